@@ -1,0 +1,146 @@
+// CLog: the per-printer diagnostic log (line layout, level filter, dumps, size limit).
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#if defined(__GNUC__)
+#define KIV_PRINTF(fmt, args) __attribute__((format(printf, fmt, args)))
+#else
+#define KIV_PRINTF(fmt, args)
+#endif
+
+// Message levels as the callers use them.
+enum LogLevel : int {
+    kLogError = 2,
+    kLogWarning = 3,
+    kLogInfo = 4,
+    kLogTrace = 5,  // "Begin"/"End (%d)": accepted and never written
+    kLogDetail = 6,
+    kLogDump = 7,
+};
+
+enum LogOutputMode : uint8_t { kLogOff = 0, kLogToFile = 1, kLogToDebugger = 2 };
+
+inline constexpr uint64_t kLogSizeLimit = 5242880;  // 5 MiB; checked at every 20th line
+inline constexpr uint32_t kLogSizeCheckEvery = 20;
+
+struct LocalTime {
+    uint16_t year, month, day, hour, minute, second, milliseconds;
+};
+
+// What the log asks of the operating system. The DLL uses the Win32 implementation
+// (log_platform_win.cpp); tests use recording fakes.
+class LogPlatform {
+public:
+    virtual ~LogPlatform() = default;
+    virtual uint32_t ProcessId() = 0;
+    virtual uint32_t ThreadId() = 0;
+    virtual LocalTime Now() = 0;
+    // The printer name as 8-bit text (the ANSI code page on Windows).
+    virtual std::string Narrow(const std::u16string& wide) = 0;
+    // Expands environment variables in the folder (in place) and creates it when missing;
+    // false when the folder still does not exist afterwards.
+    virtual bool PrepareFolder(std::string& folder) = 0;
+    // The cross-process guard of one printer's log, created on first use and waited for
+    // without time limit (an abandoned owner counts as released).
+    virtual void Lock(const std::u16string& mutexName) = 0;
+    virtual void Unlock() = 0;
+    virtual void CloseMutex() = 0;
+    virtual void DebugOutput(const char* text) = 0;
+    virtual bool FileIsOpen() = 0;
+    // Opens for appending, creating when missing, shared for reading and deleting.
+    virtual bool OpenFile(const std::string& path, bool* existedBefore) = 0;
+    virtual uint64_t FileSize() = 0;
+    virtual void CloseFile() = 0;
+    virtual bool DeleteFile(const std::string& path) = 0;
+    virtual void Append(const char* data, size_t size) = 0;
+    // For the head of a new file.
+    virtual std::string ModulePath() = 0;
+    virtual std::string ModuleVersion() = 0;
+};
+
+class CLog {
+public:
+    CLog() = default;
+    CLog(const CLog&) = delete;
+    CLog& operator=(const CLog&) = delete;
+
+    void SetPlatform(LogPlatform* platform) { platform_ = platform; }
+    // Lines that the head of a new file carries after the module lines (the operating-system
+    // report); called with the log already able to write.
+    void SetHeadExtension(std::function<void(CLog&)> extension) {
+        headExtension_ = std::move(extension);
+    }
+
+    void Open(const std::u16string& printerName, const std::string& folder, uint8_t outputMode,
+              uint8_t verbosity, uint32_t dumpFlags);
+    void Close();
+    void Disable();
+
+    // True when a message of this level would be written; callers with costly arguments ask
+    // first.
+    bool Enabled(int level) const {
+        return outputMode_ != kLogOff && verbosity_ != 0 && level <= verbosity_ &&
+               level != kLogTrace;
+    }
+    void Write(int level, const char* functionName, const char* format, ...) KIV_PRINTF(4, 5);
+    void WriteV(int level, const char* functionName, const char* format, va_list args);
+    // A hexadecimal dump: the line head and the title, then rows of 16 bytes. Needs dump flag
+    // bit 0 as well as the level.
+    void Dump(int level, const char* functionName, const char* title, const void* data,
+              size_t size);
+    void LogFileInfo();
+
+    uint8_t OutputMode() const { return outputMode_; }
+    uint8_t Verbosity() const { return verbosity_; }
+    uint32_t LineCounter() const { return lineCounter_; }
+    const std::string& FilePath() const { return filePath_; }
+
+private:
+    std::string Head(const char* functionName);
+    void Emit(const std::string& text);
+    void AppendToFile(const std::string& text);
+    bool OpenFileWithHead();
+
+    LogPlatform* platform_ = nullptr;
+    std::function<void(CLog&)> headExtension_;
+    uint8_t outputMode_ = kLogOff;
+    uint8_t verbosity_ = 0;
+    uint32_t lineCounter_ = 0;
+    uint32_t dumpFlags_ = 0;
+    uint32_t showProcessAndThread_ = 1;
+    uint32_t showTime_ = 1;
+    bool writingHead_ = false;
+    std::string filePath_;
+    std::u16string mutexName_;
+};
+
+// The process-wide log every part of the plug-in writes to.
+CLog& TheLog();
+
+// The cut the line layout applies to a function name: what follows the first "::", or, for a
+// name without a scope, everything but its first character.
+std::string CutFunctionName(const char* functionName);
+
+// Traces "Begin" on construction and "End (%d)" with the result on destruction.
+class TraceScope {
+public:
+    TraceScope(const char* functionName, const char* beginText = "Begin")
+        : name_(functionName) {
+        TheLog().Write(kLogTrace, name_, "%s", beginText);
+    }
+    ~TraceScope() { TheLog().Write(kLogTrace, name_, "End (%d)", static_cast<int>(result_)); }
+    template <typename T>
+    T Return(T result) {
+        result_ = static_cast<long long>(result);
+        return result;
+    }
+
+private:
+    const char* name_;
+    long long result_ = 0;
+};
