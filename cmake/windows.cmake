@@ -24,7 +24,8 @@ set(gtest_disable_pthreads OFF CACHE BOOL "" FORCE)
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
-file(GLOB KIV_WIN_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/win/*_test.cpp)
+# Every .cpp in tests/win: the *_test.cpp suites and their support files.
+file(GLOB KIV_WIN_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/win/*.cpp)
 add_executable(kiv_win_tests ${KIV_WIN_TESTS} $<TARGET_OBJECTS:kiv_core_obj>
                              $<TARGET_OBJECTS:kiv_win_obj>)
 target_include_directories(kiv_win_tests PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests)
@@ -40,3 +41,8 @@ foreach(dir ${KIV_TOOL_DIRS})
     add_subdirectory(${dir})
   endif()
 endforeach()
+
+# The Wine printer installer is shared by the host and the Windows tests.
+if(TARGET kiv_wine_printer)
+  target_link_libraries(kiv_win_tests PRIVATE kiv_wine_printer)
+endif()

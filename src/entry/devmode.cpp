@@ -44,8 +44,8 @@ bool ConvertOEMDevmode(const uint8_t* in, size_t inAvailable, OEMDEV* out) {
     }
     // A block too short to carry a signature cannot be ours.
     const bool hasHeader = inAvailable >= sizeof(OemDmExtraHeader);
-    if (!hasHeader || ReadU32(in + offsetof(OemDmExtraHeader, dwSignature)) !=
-                          out->dmExtraHeader.dwSignature) {
+    if (!hasHeader ||
+        ReadU32(in + offsetof(OemDmExtraHeader, dwSignature)) != out->dmExtraHeader.dwSignature) {
         TheLog().Write(kLogWarning, kFn, "Unknown DEVMODE signature, pOEMDMIn ignored.");
         SetOEMDevDefault(*out);
     } else {
@@ -65,7 +65,8 @@ bool ConvertOEMDevmode(const uint8_t* in, size_t inAvailable, OEMDEV* out) {
 }
 
 bool ValidateOEMDevmode(OEMDEV* rec) {
-    if (rec == nullptr) return false;
+    if (rec == nullptr)
+        return false;
     StampOEMDevHeader(*rec);
     if (rec->dwSignHead1 == KIVITEM_SIGN_H && rec->dwSignHead2 == KIVITEM_SIGN_H) {
         rec->dwSignTail1 = KIVITEM_SIGN_T;
@@ -83,12 +84,14 @@ DevModeResult hrOEMDevMode(uint32_t dwMode, const DevModeCall& call) {
     }
     switch (dwMode) {
         case OEMDM_SIZE:
-            if (call.cbBufSize != nullptr) *call.cbBufSize = OEMDEV_SIZE;
+            if (call.cbBufSize != nullptr)
+                *call.cbBufSize = OEMDEV_SIZE;
             break;
         case OEMDM_DEFAULT:
             // Deliberately a zero body: the model's defaults arrive at the first opening of
             // the pages, when the empty model name fails the repair's model test.
-            if (call.oemOut != nullptr) SetOEMDevDefault(*call.oemOut);
+            if (call.oemOut != nullptr)
+                SetOEMDevDefault(*call.oemOut);
             break;
         case OEMDM_CONVERT:
             ConvertOEMDevmode(call.oemIn, call.oemInAvailable, call.oemOut);

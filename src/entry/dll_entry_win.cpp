@@ -1,5 +1,5 @@
 // Component entry points.
-#include <windows.h>
+#include "win/windows_headers.h"
 
 extern "C" HRESULT __stdcall DllGetClassObject(REFCLSID, REFIID, void** ppv) {
     if (ppv == nullptr) return E_POINTER;

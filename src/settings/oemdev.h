@@ -11,7 +11,7 @@ static_assert(std::endian::native == std::endian::little,
 
 inline constexpr uint32_t OEMDEV_SIZE = 3329;
 inline constexpr uint32_t OEMDEV_PAYLOAD_SIZE = 3297;
-inline constexpr uint32_t OEMDEV_HEADER_SIZE = 24;  // extra header, guards, layout version
+inline constexpr uint32_t OEMDEV_HEADER_SIZE = 24;         // extra header, guards, layout version
 inline constexpr uint32_t KIVITEM_SIGNATURE = 0x4B495643;  // 'KIVC', stored as "CVIK"
 inline constexpr uint32_t KIVITEM_VERSION = 1;
 inline constexpr uint32_t KIVITEM_SIGN_H = 0xAABBCCDD;

@@ -1,0 +1,98 @@
+#!/usr/bin/env bash
+# Runs every test tier (native, fuzz, benchmarks, Windows under Wine) and ends with one
+# "N passed, N failed" line that covers them all.
+set -uo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/setup.sh || { echo "setup failed"; exit 1; }
+
+passed=0
+failed=0
+failures=()
+pass() { passed=$((passed + $1)); }
+fail() { failed=$((failed + $1)); failures+=("$2"); }
+
+# Adds a GoogleTest run's counts from its output file; a run that printed no summary failed.
+tally_gtest() {
+  local name=$1 out=$2 rc=$3 p f
+  p=$(grep -aoE '^\[  PASSED  \] [0-9]+' "$out" | grep -oE '[0-9]+$' | tail -1)
+  f=$(grep -aoE '^\[  FAILED  \] [0-9]+ tests?,' "$out" | grep -oE '[0-9]+' | tail -1)
+  pass "${p:-0}"
+  if [ -n "$f" ]; then
+    fail "$f" "$name: $(grep -aE '^\[  FAILED  \] [A-Za-z]' "$out" | sed 's/^\[  FAILED  \] //' | tr '\n' ' ')"
+  elif [ "$rc" -ne 0 ] || [ -z "$p" ]; then
+    fail 1 "$name: exited with $rc"
+    tail -20 "$out"
+  fi
+}
+
+build() {  # preset, log name
+  if ! { cmake --preset "$1" >"build/$1-configure.log" 2>&1 &&
+         cmake --build "build/$1" -j2 >"build/$1-build.log" 2>&1; }; then
+    cat "build/$1-configure.log" "build/$1-build.log" | grep -aE 'error|Error' | head -30
+    fail 1 "build of preset $1"
+    return 1
+  fi
+}
+
+mkdir -p build
+
+echo "== native tests (ASan/UBSan)"
+if build native; then
+  timeout 900 ./build/native/kiv_native_tests --gtest_brief=1 >build/native-tests.log 2>&1
+  tally_gtest native build/native-tests.log $?
+  grep -aE '^\[  (PASSED|FAILED) ' build/native-tests.log
+fi
+
+echo "== fuzzers (fixed run counts)"
+if build fuzz; then
+  for fuzzer in build/fuzz/*_fuzzer; do
+    name=$(basename "$fuzzer")
+    corpus=$(mktemp -d)
+    [ -d "fuzz/corpus/$name" ] && cp -r "fuzz/corpus/$name/." "$corpus/"
+    if timeout 600 "$fuzzer" -runs=50000 -max_len=8192 -seed=1 "$corpus" >"build/$name.log" 2>&1; then
+      pass 1; echo "$name: ok"
+    else
+      fail 1 "fuzzer $name"; tail -30 "build/$name.log"
+    fi
+    rm -rf "$corpus"
+  done
+fi
+
+echo "== benchmarks (ratios against a baseline in the same run)"
+if build bench; then
+  for bench in build/bench/*_bench; do
+    name=$(basename "$bench")
+    if timeout 600 "$bench" --benchmark_min_time=0.2 >"build/$name.log" 2>&1; then
+      pass 1
+    else
+      fail 1 "benchmark $name"
+    fi
+    grep -a 'ratio' "build/$name.log"
+  done
+fi
+
+echo "== Windows tests under Wine"
+if build windows; then
+  export WINEPREFIX="$PWD/build/windows/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+  wineserver -k >/dev/null 2>&1
+  runner=()
+  [ -n "${DISPLAY:-}" ] || runner=(xvfb-run -a -s "-screen 0 1280x1024x24")
+  timeout 1500 "${runner[@]}" wine build/windows/kiv_win_tests.exe --gtest_brief=1 \
+    >build/windows-tests.log 2>&1
+  tally_gtest windows build/windows-tests.log $?
+  grep -aE '^\[  (PASSED|FAILED) ' build/windows-tests.log
+  wineserver -k >/dev/null 2>&1
+fi
+
+for check in scripts/check_*.py; do
+  [ -e "$check" ] || continue
+  if python3 "$check" >"build/$(basename "$check").log" 2>&1; then
+    pass 1
+  else
+    fail 1 "$(basename "$check")"; cat "build/$(basename "$check").log"
+  fi
+done
+
+for f in "${failures[@]}"; do echo "FAILED: $f"; done
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]
