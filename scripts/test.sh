@@ -67,7 +67,7 @@ if build bench; then
     else
       fail 1 "benchmark $name"
     fi
-    grep -a 'ratio' "build/$name.log"
+    grep -a 'ratio:' "build/$name.log"
   done
 fi
 
