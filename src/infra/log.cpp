@@ -1,9 +1,247 @@
-// CLog: the per-printer diagnostic log.
+// CLog: the per-printer diagnostic log (line layout, level filter, dumps, size limit).
 #include "infra/log.h"
 
-// Placeholder bodies until the log lands; they write nothing.
-void CLog::Write(int, const char*, const char*, ...) {}
+#include <cstdio>
+
+namespace {
+
+// Formats with a sizing pass first, so a message has no length limit.
+std::string FormatV(const char* format, va_list args) {
+    if (format == nullptr) {
+        return {};
+    }
+    va_list sizing;
+    va_copy(sizing, args);
+    const int length = std::vsnprintf(nullptr, 0, format, sizing);
+    va_end(sizing);
+    if (length <= 0) {
+        return {};
+    }
+    std::string text(static_cast<size_t>(length) + 1, '\0');
+    std::vsnprintf(text.data(), text.size(), format, args);
+    text.resize(static_cast<size_t>(length));
+    return text;
+}
+
+std::string Format(const char* format, ...) KIV_PRINTF(1, 2);
+std::string Format(const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    std::string text = FormatV(format, args);
+    va_end(args);
+    return text;
+}
+
+constexpr char kHexDigits[] = "0123456789ABCDEF";
+
+char DumpCharacter(uint8_t byte) {
+    // '%' is masked too: a dump row must stay harmless if it is ever used as a format.
+    return byte < 32 || byte >= 127 || byte == '%' ? '.' : static_cast<char>(byte);
+}
+
+}  // namespace
+
 CLog& TheLog() {
     static CLog log;
     return log;
+}
+
+std::string CutFunctionName(const char* functionName) {
+    if (functionName == nullptr) {
+        return {};
+    }
+    const std::string name(functionName);
+    const size_t scope = name.find("::");
+    // The line layout keeps the original arithmetic: "not found" plus two wraps round to 1, so a
+    // name without a scope loses its first character.
+    const size_t start = scope == std::string::npos ? 1 : scope + 2;
+    return start < name.size() ? name.substr(start) : std::string();
+}
+
+void CLog::Open(const std::u16string& printerName, const std::string& folder, uint8_t outputMode,
+                uint8_t verbosity, uint32_t dumpFlags) {
+    Close();
+    filePath_.clear();
+    outputMode_ = outputMode;
+    verbosity_ = verbosity;
+    dumpFlags_ = dumpFlags;
+    lineCounter_ = 0;
+    if (platform_ == nullptr) {
+        outputMode_ = kLogOff;
+        verbosity_ = 0;
+        return;
+    }
+    if (outputMode == kLogToFile) {
+        std::string expanded = folder;
+        if (!platform_->PrepareFolder(expanded)) {
+            outputMode_ = kLogOff;
+            verbosity_ = 0;
+        } else {
+            filePath_ = expanded + "\\" + platform_->Narrow(printerName) + "_UI.log";
+        }
+    }
+    // The name was formatted into 1024 wide characters, terminator included.
+    mutexName_ = u"Global\\M_LOG_" + printerName;
+    if (mutexName_.size() > 1023) {
+        mutexName_.resize(1023);
+    }
+}
+
+void CLog::Close() {
+    if (platform_ != nullptr) {
+        platform_->CloseFile();
+        platform_->CloseMutex();
+    }
+    lineCounter_ = 0;
+}
+
+void CLog::Disable() {
+    Close();
+    outputMode_ = kLogOff;
+    verbosity_ = 0;
+    lineCounter_ = 0;
+}
+
+void CLog::Write(int level, const char* functionName, const char* format, ...) {
+    if (!Enabled(level) || platform_ == nullptr) {
+        return;
+    }
+    va_list args;
+    va_start(args, format);
+    WriteV(level, functionName, format, args);
+    va_end(args);
+}
+
+void CLog::WriteV(int level, const char* functionName, const char* format, va_list args) {
+    if (!Enabled(level) || platform_ == nullptr) {
+        return;
+    }
+    Emit(Head(functionName) + FormatV(format, args));
+}
+
+void CLog::Dump(int level, const char* functionName, const char* title, const void* data,
+                size_t size) {
+    if (!Enabled(level) || (dumpFlags_ & 1) == 0 || platform_ == nullptr) {
+        return;
+    }
+    const uint8_t* bytes = static_cast<const uint8_t*>(data);
+    if (bytes == nullptr) {
+        size = 0;
+    }
+    const size_t shown = size < kDumpCut ? size : kDumpCut;
+
+    std::string text = Head(functionName);
+    text += title != nullptr ? title : "";
+    text += '\n';
+    for (size_t row = 0; row < shown; row += 16) {
+        text += Format("%04X:", static_cast<unsigned>(row));
+        for (size_t i = row; i < row + 16; ++i) {
+            if (i < shown) {
+                text += ' ';
+                text += kHexDigits[bytes[i] >> 4];
+                text += kHexDigits[bytes[i] & 0x0F];
+            } else {
+                text += "   ";
+            }
+        }
+        text += ' ';
+        for (size_t i = row; i < row + 16 && i < shown; ++i) {
+            text += DumpCharacter(bytes[i]);
+        }
+        text += '\n';
+    }
+    if (shown < size) {
+        text += " ...";
+    }
+    Emit(text);
+}
+
+void CLog::LogFileInfo() {
+    if (platform_ == nullptr) {
+        return;
+    }
+    Write(kLogInfo, "CLog::LogFileInfo", "LogFileInfo(..): Dll File Path: %s",
+          platform_->ModulePath().c_str());
+    Write(kLogInfo, "CLog::LogFileInfo", "LogFileInfo(..): Dll File Version: %s",
+          platform_->ModuleVersion().c_str());
+    if (headExtension_) {
+        headExtension_(*this);
+    }
+}
+
+std::string CLog::Head(const char* functionName) {
+    std::string head;
+    if (showProcessAndThread_ != 0) {
+        head += Format("[P%04X/T%04X]", static_cast<unsigned>(platform_->ProcessId()),
+                       static_cast<unsigned>(platform_->ThreadId()));
+    }
+    if (showTime_ != 0) {
+        const LocalTime t = platform_->Now();
+        head += Format("[%04d/%02d/%02d %02d:%02d:%02d:%03d]", t.year, t.month, t.day, t.hour,
+                       t.minute, t.second, t.milliseconds);
+    }
+    head += "[";
+    head += CutFunctionName(functionName);
+    head += "] ";
+    return head;
+}
+
+void CLog::Emit(const std::string& text) {
+    // Everything below runs under the printer's mutex, including the head of a new file, whose
+    // lines come back here and take the (recursive) mutex a second time.
+    platform_->Lock(mutexName_);
+    ++lineCounter_;
+    if (outputMode_ == kLogToDebugger) {
+        platform_->DebugOutput(text.c_str());
+        platform_->DebugOutput("\n");
+    } else if (outputMode_ == kLogToFile) {
+        AppendToFile(text);
+    }
+    platform_->Unlock();
+}
+
+bool CLog::OpenFileWithHead() {
+    bool existed = true;
+    if (!platform_->OpenFile(filePath_, &existed)) {
+        return false;
+    }
+    if (!existed) {
+        WriteHead();
+    }
+    return platform_->FileIsOpen();
+}
+
+void CLog::WriteHead() {
+    writingHead_ = true;
+    LogFileInfo();
+    writingHead_ = false;
+}
+
+void CLog::AppendToFile(const std::string& text) {
+    if (!writingHead_ && platform_->FileIsOpen() && platform_->FileWasDeleted()) {
+        platform_->CloseFile();
+    }
+    if (!platform_->FileIsOpen()) {
+        // A head line never opens the file: the head belongs to the file it was begun for.
+        if (writingHead_ || !OpenFileWithHead()) {
+            return;
+        }
+    }
+    // The size is checked only at every 20th line, and never while the head is being written.
+    if (!writingHead_ && lineCounter_ % kLogSizeCheckEvery == 0 &&
+        platform_->FileSize() > kLogSizeLimit) {
+        platform_->CloseFile();
+        lineCounter_ = 0;
+        if (!platform_->DeleteLogFile(filePath_)) {
+            return;
+        }
+        if (!OpenFileWithHead()) {
+            return;
+        }
+    }
+    std::string line;
+    line.reserve(text.size() + 1);
+    line += text;
+    line += '\n';
+    platform_->Append(line.data(), line.size());
 }

@@ -6,8 +6,12 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 
-#if defined(__GNUC__)
+// mingw-w64 builds with __USE_MINGW_ANSI_STDIO=1, so the formatting is C99's, not msvcrt's.
+#if defined(__MINGW32__)
+#define KIV_PRINTF(fmt, args) __attribute__((format(__MINGW_PRINTF_FORMAT, fmt, args)))
+#elif defined(__GNUC__)
 #define KIV_PRINTF(fmt, args) __attribute__((format(printf, fmt, args)))
 #else
 #define KIV_PRINTF(fmt, args)
@@ -35,7 +39,7 @@ struct LocalTime {
 // What the log asks of the operating system. The DLL uses the Win32 implementation
 // (log_platform_win.cpp); tests use recording fakes.
 class LogPlatform {
-public:
+  public:
     virtual ~LogPlatform() = default;
     virtual uint32_t ProcessId() = 0;
     virtual uint32_t ThreadId() = 0;
@@ -46,17 +50,22 @@ public:
     // false when the folder still does not exist afterwards.
     virtual bool PrepareFolder(std::string& folder) = 0;
     // The cross-process guard of one printer's log, created on first use and waited for
-    // without time limit (an abandoned owner counts as released).
+    // without time limit (an abandoned owner counts as released). The owning thread may take it
+    // again (the head of a new file is written from inside a locked append); every Lock is
+    // matched by one Unlock.
     virtual void Lock(const std::u16string& mutexName) = 0;
     virtual void Unlock() = 0;
     virtual void CloseMutex() = 0;
     virtual void DebugOutput(const char* text) = 0;
     virtual bool FileIsOpen() = 0;
-    // Opens for appending, creating when missing, shared for reading and deleting.
+    // Opens for appending, creating when missing, shared for reading, writing and deleting.
     virtual bool OpenFile(const std::string& path, bool* existedBefore) = 0;
     virtual uint64_t FileSize() = 0;
+    // True when the open file was deleted under this process's handle (another process reset
+    // the log); its lines would go nowhere, so the log reopens the file by name.
+    virtual bool FileWasDeleted() { return false; }
     virtual void CloseFile() = 0;
-    virtual bool DeleteFile(const std::string& path) = 0;
+    virtual bool DeleteLogFile(const std::string& path) = 0;
     virtual void Append(const char* data, size_t size) = 0;
     // For the head of a new file.
     virtual std::string ModulePath() = 0;
@@ -64,17 +73,19 @@ public:
 };
 
 class CLog {
-public:
+  public:
     CLog() = default;
     CLog(const CLog&) = delete;
     CLog& operator=(const CLog&) = delete;
 
     void SetPlatform(LogPlatform* platform) { platform_ = platform; }
+    LogPlatform* Platform() const { return platform_; }
     // Lines that the head of a new file carries after the module lines (the operating-system
     // report); called with the log already able to write.
     void SetHeadExtension(std::function<void(CLog&)> extension) {
         headExtension_ = std::move(extension);
     }
+    const std::function<void(CLog&)>& HeadExtension() const { return headExtension_; }
 
     void Open(const std::u16string& printerName, const std::string& folder, uint8_t outputMode,
               uint8_t verbosity, uint32_t dumpFlags);
@@ -100,11 +111,15 @@ public:
     uint32_t LineCounter() const { return lineCounter_; }
     const std::string& FilePath() const { return filePath_; }
 
-private:
+    // Dumps longer than this many bytes show only their start, followed by " ...".
+    static constexpr size_t kDumpCut = 4096;
+
+  private:
     std::string Head(const char* functionName);
     void Emit(const std::string& text);
     void AppendToFile(const std::string& text);
     bool OpenFileWithHead();
+    void WriteHead();
 
     LogPlatform* platform_ = nullptr;
     std::function<void(CLog&)> headExtension_;
@@ -128,9 +143,8 @@ std::string CutFunctionName(const char* functionName);
 
 // Traces "Begin" on construction and "End (%d)" with the result on destruction.
 class TraceScope {
-public:
-    TraceScope(const char* functionName, const char* beginText = "Begin")
-        : name_(functionName) {
+  public:
+    TraceScope(const char* functionName, const char* beginText = "Begin") : name_(functionName) {
         TheLog().Write(kLogTrace, name_, "%s", beginText);
     }
     ~TraceScope() { TheLog().Write(kLogTrace, name_, "End (%d)", static_cast<int>(result_)); }
@@ -140,7 +154,7 @@ public:
         return result;
     }
 
-private:
+  private:
     const char* name_;
     long long result_ = 0;
 };
