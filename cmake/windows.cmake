@@ -13,6 +13,10 @@ set(KIV_WIN_LIBS ole32 oleaut32 uuid advapi32 user32 gdi32 gdiplus comctl32 comd
                  shlwapi winspool version)
 
 file(GLOB KIV_RC_FILES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/*.rc)
+# windres reports no dependencies, so the pictures and ids it embeds are listed by hand.
+file(GLOB KIV_RC_INPUTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/png/*.png)
+set_source_files_properties(${KIV_RC_FILES} PROPERTIES OBJECT_DEPENDS
+                            "${CMAKE_SOURCE_DIR}/resources/resource.h;${KIV_RC_INPUTS}")
 add_library(KivUI SHARED $<TARGET_OBJECTS:kiv_core_obj> $<TARGET_OBJECTS:kiv_win_obj>
                          ${KIV_RC_FILES} ${CMAKE_SOURCE_DIR}/resources/KivUI.def)
 set_target_properties(KivUI PROPERTIES PREFIX "" OUTPUT_NAME "KivUI")
