@@ -15,10 +15,13 @@ fail() { failed=$((failed + $1)); failures+=("$2"); }
 tally_gtest() {
   local name=$1 out=$2 rc=$3 p f
   p=$(grep -aoE '^\[  PASSED  \] [0-9]+' "$out" | grep -oE '[0-9]+$' | tail -1)
-  f=$(grep -aoE '^\[  FAILED  \] [0-9]+ tests?,' "$out" | grep -oE '[0-9]+' | tail -1)
+  local names
+  # One "[  FAILED  ] Suite.Test (N ms)" line per failed test, with or without --gtest_brief.
+  names=$(grep -aoE '^\[  FAILED  \] [^ ]+ \([0-9]+ ms\)' "$out" | awk '{print $4}' | sort -u)
+  f=$(printf '%s' "$names" | grep -c .)
   pass "${p:-0}"
-  if [ -n "$f" ]; then
-    fail "$f" "$name: $(grep -aE '^\[  FAILED  \] [A-Za-z]' "$out" | sed 's/^\[  FAILED  \] //' | tr '\n' ' ')"
+  if [ "$f" -gt 0 ]; then
+    fail "$f" "$name: $(echo $names)"
   elif [ "$rc" -ne 0 ] || [ -z "$p" ]; then
     fail 1 "$name: exited with $rc"
     tail -20 "$out"
@@ -49,7 +52,10 @@ if build fuzz; then
     name=$(basename "$fuzzer")
     corpus=$(mktemp -d)
     [ -d "fuzz/corpus/$name" ] && cp -r "fuzz/corpus/$name/." "$corpus/"
-    if timeout 600 "$fuzzer" -runs=50000 -max_len=8192 -seed=1 "$corpus" >"build/$name.log" 2>&1; then
+    runs=50000
+    # Each transfer input loads and saves every printer model with the log on.
+    [ "$name" = transfer_fuzzer ] && runs=3000
+    if timeout 600 "$fuzzer" -runs=$runs -max_len=8192 -seed=1 "$corpus" >"build/$name.log" 2>&1; then
       pass 1; echo "$name: ok"
     else
       fail 1 "fuzzer $name"; tail -30 "build/$name.log"

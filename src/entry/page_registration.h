@@ -5,25 +5,11 @@
 #include <cstdint>
 #include <vector>
 
-inline constexpr size_t kCapabilityFlagCount = 11;
-
-enum class DocPage {
-    Print,
-    PrintAdjust,
-    CutMove,
-    Accessories,
-    Peripherals,
-    Presentation,
-    Watermark,
-    Coupon,
-    Logos,
-    Console,
-    Admin,
-    Version,
-};
+#include "pages/page_id.h"
+#include "settings/ui_device_common.h"  // kCapabilityFlagCount
 
 struct PageRegistration {
-    DocPage page;
+    PageId page;
     int dialogId;
     const char* logText;  // written at level 6 once the page is added
 };

@@ -1,0 +1,164 @@
+// libFuzzer target: an arbitrary record payload loaded into every model's object and saved back.
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "../tests/fake_log_platform.h"
+#include "settings/device_factory.h"
+#include "settings/models/ui_device_models.h"
+
+namespace {
+
+void Require(bool condition, const char* what, const std::string& model) {
+    if (!condition) {
+        std::fprintf(stderr, "violated: %s (model <%s>)\n", what, model.c_str());
+        std::abort();
+    }
+}
+
+// A text field is zero-filled after its text, or filled to its last byte.
+bool TextFieldIsClean(const char* field, size_t size) {
+    const void* end = std::memchr(field, 0, size);
+    if (end == nullptr) {
+        return true;
+    }
+    for (const char* c = static_cast<const char*>(end); c < field + size; ++c) {
+        if (*c != 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool TailIsZero(const uint8_t* field, size_t used, size_t size) {
+    for (size_t i = used; i < size; ++i) {
+        if (field[i] != 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// What a saved record must obey, whatever the object held.
+void CheckSaved(const UiDeviceCommon& device, const OemDevPayload& p) {
+    const std::string model = device.GetModelName();
+    OemDevPayload e{};
+    device.ExportCapabilities(e);
+    struct Gate {
+        uint8_t saved, exported;
+        int value, notSet;
+        const char* what;
+    } gates[] = {
+        {p.supCashDrawer, e.supCashDrawer, p.cashDrawerPhase, 0, "drawer phase"},
+        {p.supBuzzer, e.supBuzzer, p.buzzer, 0, "buzzer"},
+        {p.supDensity, e.supDensity, p.density, 0, "density"},
+        {p.supQuality, e.supQuality, p.quality, 0, "quality"},
+        {p.supCutter, e.supCutter, p.cutMode, 0, "cut"},
+        {p.supRecovery, e.supRecovery, p.recovery, 0, "recovery"},
+        {p.supBlackMark, e.supBlackMark, p.blackMark, 0, "black mark"},
+        {p.supPresentation, e.supPresentation, p.presentationMode, 0, "presentation"},
+        {p.supHeadLed, e.supHeadLed, p.headLed, 0, "head LED"},
+        {p.supContinuousMode, e.supContinuousMode, p.continuousMode, 1, "continuous"},
+        {p.supFeeder, e.supFeeder, p.feeder, 0, "feeder"},
+        {p.supSelector, e.supSelector, p.selector, 0, "selector"},
+        {p.supPage2Page, e.supPage2Page, p.page2PageEnable, 0, "page to page"},
+    };
+    for (const Gate& g : gates) {
+        Require(g.saved == g.exported, g.what, model);
+        Require(g.saved != 0 || g.value == g.notSet, g.what, model);
+    }
+    if (p.supCashDrawer == 0 || p.cashDrawerEnable == 0) {
+        Require(p.cashDrawerPins == 0 && p.cashDrawerTimeOn == 256 && p.cashDrawerTimeOff == 256 &&
+                    p.cashDrawerPhase == 0,
+                "disabled drawer keeps its defaults", model);
+    }
+    if (p.supPresentation == 0) {
+        Require(p.presentationValue == 0 && p.presentationTimeout == 0, "presentation", model);
+    }
+    if (p.supPage2Page == 0 || p.page2PageEnable == 0) {
+        Require(p.page2PageAction == e.page2PageAction &&
+                    p.page2PageTimeout == e.page2PageTimeout && p.page2PageExtra == 0,
+                "disabled page to page", model);
+    }
+    Require(p.page2PageCheckPoint == e.page2PageCheckPoint, "check point", model);
+    Require(p.lfBeforeCut < 16, "LF before cut", model);
+    Require(p.couponScale == (p.couponEnable != 0 ? 16 : 0), "coupon scale", model);
+    Require(p.reserved942 == 0 && p.reserved943 == 100, "reserved bytes", model);
+    Require(std::string(p.modelName, strnlen(p.modelName, kModelNameSize)) == model, "model name",
+            model);
+    Require(TextFieldIsClean(p.modelName, kModelNameSize), "model name field", model);
+    Require(TextFieldIsClean(p.secondaryName, kSecondaryNameSize), "secondary name", model);
+    Require(TextFieldIsClean(p.watermarkPath, kPathSize), "watermark path", model);
+    Require(TextFieldIsClean(p.couponPath, kPathSize), "coupon path", model);
+    for (const OemLogo& logo : p.logos) {
+        Require(TextFieldIsClean(logo.path, kPathSize), "logo path", model);
+    }
+    Require(p.startJobBufferLength <= kFreeBufferSize && p.endJobBufferLength <= kFreeBufferSize,
+            "free buffer length", model);
+    Require(TailIsZero(p.startJobBuffer, p.startJobBufferLength, kFreeBufferSize) &&
+                TailIsZero(p.endJobBuffer, p.endJobBufferLength, kFreeBufferSize),
+            "free buffer tail", model);
+}
+
+// Every model's object, made afresh for each input so that each run frees what it allocates
+// (libFuzzer takes a run that ends with more blocks than it began with for a leak).
+struct Devices {
+    std::vector<std::unique_ptr<UiDeviceCommon>> all;
+    Devices() {
+        const char* names[] = {
+            "J7",      "TRX415A", "TRX418A CUT",    "TRX418A NOCUT", "TRX430ATF", "TRX430A",
+            "VORTA5X", "N5",      "HB5820A-EJ",     "HB5820A",       "HB5840A",   "WR35VII",
+            "WR55VII", "ZLD40",   "ZLD40PRESENTER", "ZLD90VII",      "WR35VIIEJ"};
+        for (const char* name : names) {
+            all.push_back(CreateUiDevice(name, "second", "third", "fourth"));
+        }
+        all.push_back(std::make_unique<UiDeviceWR35EJ>("second", "third", "fourth"));
+    }
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    if (size == 0) {
+        return 0;
+    }
+    Devices devices;
+    // One model per input (picked by the last byte) runs with the log on, so that its lines
+    // and dumps are formatted from the fuzzed values; the others run with the log off.
+    const size_t logged = data[size - 1] % devices.all.size();
+    // The record exactly as large as its type, on the heap, so that any read or write past it
+    // is caught.
+    auto input = std::make_unique<uint8_t[]>(sizeof(OemDevPayload));
+    for (size_t i = 0; i < sizeof(OemDevPayload); ++i) {
+        input[i] = i < size ? data[i] : 0;
+    }
+    const auto* loaded = reinterpret_cast<const OemDevPayload*>(input.get());
+    auto saved = std::make_unique<uint8_t[]>(sizeof(OemDevPayload));
+    auto again = std::make_unique<uint8_t[]>(sizeof(OemDevPayload));
+    auto* savedRecord = reinterpret_cast<OemDevPayload*>(saved.get());
+    auto* againRecord = reinterpret_cast<OemDevPayload*>(again.get());
+
+    for (size_t i = 0; i < devices.all.size(); ++i) {
+        const auto& device = devices.all[i];
+        std::unique_ptr<ScopedTestLog> log;
+        if (i == logged) {
+            log = std::make_unique<ScopedTestLog>(kLogDump, 1);
+        }
+        std::string printer = "Printer";
+        device->FillUIDeviceValuesWithOEMDEV(printer, *loaded);
+        Require(printer.empty(), "model-name argument cleared", device->GetModelName());
+        device->FillOEMDEVWithDeviceValues(*savedRecord, 0);
+        CheckSaved(*device, *savedRecord);
+        // Once saved, a record travels through load and save unchanged.
+        device->FillUIDeviceValuesWithOEMDEV(printer, *savedRecord);
+        device->FillOEMDEVWithDeviceValues(*againRecord, 0);
+        Require(std::memcmp(saved.get(), again.get(), sizeof(OemDevPayload)) == 0,
+                "save of a saved record is stable", device->GetModelName());
+    }
+    return 0;
+}

@@ -1,0 +1,46 @@
+// The repair of the working settings record before the document pages open.
+#include "entry/record_repair.h"
+
+#include <cstring>
+
+#include "entry/devmode.h"
+#include "infra/log.h"
+
+namespace {
+
+// The repair runs inside the common UI entry and logs under its name.
+constexpr char kFunction[] = "IOemUI::CommonUIProp";
+
+std::string RecordModelName(const OEMDEV& rec) {
+    const char* name = rec.payload.modelName;
+    const void* end = std::memchr(name, 0, kModelNameSize);
+    return std::string(name, end == nullptr
+                                 ? kModelNameSize
+                                 : static_cast<size_t>(static_cast<const char*>(end) - name));
+}
+
+}  // namespace
+
+void RepairWorkingRecord(const OEMDEV& saved, OEMDEV& work, UiDeviceCommon& device,
+                         const std::string& printerName) {
+    std::memmove(&work, &saved, sizeof(OEMDEV));
+    bool reset = true;
+    if (work.dwSignHead1 != KIVITEM_SIGN_H || work.dwSignHead2 != KIVITEM_SIGN_H) {
+        TheLog().Write(kLogError, kFunction, "KIVITEM_SIGN_H is different, reset STRUCT");
+        TheLog().Write(kLogInfo, kFunction, "reset OEMDEV STRUCT");
+    } else if (RecordModelName(work) != device.GetModelName()) {
+        TheLog().Write(kLogError, kFunction, "Model is different, reset STRUCT");
+        TheLog().Write(kLogInfo, kFunction, "reset OEMDEV STRUCT");
+    } else if (work.dwVerCurrent != KIVITEM_VERCURRENT) {
+        // Called a fix, but nothing of the old body is kept: the same full reset as above.
+        TheLog().Write(kLogInfo, kFunction, "KIVITEM_VERCURRENT is different, fix the struct");
+    } else {
+        reset = false;
+    }
+    if (reset) {
+        ResetOEMDevBody(work);
+        device.FillOEMDEVWithDeviceValues(work.payload, 1);
+    }
+    std::string name = printerName;
+    device.FillUIDeviceValuesWithOEMDEV(name, work.payload);
+}

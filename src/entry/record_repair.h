@@ -1,0 +1,13 @@
+// The repair of the working settings record before the document pages open.
+#pragma once
+
+#include <string>
+
+#include "settings/oemdev.h"
+#include "settings/ui_device_common.h"
+
+// Copies `saved` into `work`; when the head guards, the model name or the layout version do not
+// match (tested in that order, the first failure names the log line), rebuilds `work` from the
+// model's defaults. Then loads `work` into `device`.
+void RepairWorkingRecord(const OEMDEV& saved, OEMDEV& work, UiDeviceCommon& device,
+                         const std::string& printerName);

@@ -1,0 +1,460 @@
+// The settings transfers between the record and the capability object, with enforcement.
+#include <algorithm>
+#include <cstdarg>
+#include <cstring>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "infra/log.h"
+#include "settings/setting_enums.h"
+#include "settings/setting_names.h"
+#include "settings/ui_device_common.h"
+
+namespace {
+
+constexpr char kSaveFunction[] = "UiDeviceCommon::FillOEMDEVWithDeviceValues";
+constexpr char kLoadFunction[] = "UiDeviceCommon::FillUIDeviceValuesWithOEMDEV";
+constexpr char kStars[] = "***************************************************";
+constexpr uint8_t kLfBeforeCutLimit = 16;
+constexpr uint8_t kCouponScale = 16;
+constexpr int kBrightnessMirror = 200;
+
+// The section dump of one transfer: every line at the detail level under one function name.
+class TransferLog {
+  public:
+    explicit TransferLog(const char* functionName) : functionName_(functionName) {}
+
+    void Line(const char* format, ...) KIV_PRINTF(2, 3) {
+        if (!TheLog().Enabled(kLogDetail)) {
+            return;
+        }
+        va_list args;
+        va_start(args, format);
+        TheLog().WriteV(kLogDetail, functionName_, format, args);
+        va_end(args);
+    }
+    void Text(const char* text) { Line("%s", text); }
+    void Named(const char* prefix, const std::string& name) {
+        Line("%s<%s>", prefix, name.c_str());
+    }
+    void Bytes(const uint8_t* data, size_t size) {
+        if (TheLog().Enabled(kLogDump)) {
+            TheLog().Dump(kLogDump, functionName_, "Buffer:", data, size);
+        }
+    }
+
+  private:
+    const char* functionName_;
+};
+
+// Fixed-width text fields: written zero-filled and cut at the field, read up to the first zero
+// byte or the field's end, whichever comes first. A text that fills its field has no terminator.
+template <size_t N>
+void StoreText(char (&field)[N], const std::string& text) {
+    std::memset(field, 0, N);
+    std::memcpy(field, text.data(), std::min(text.size(), N));
+}
+
+template <size_t N>
+std::string LoadText(const char (&field)[N]) {
+    const void* end = std::memchr(field, 0, N);
+    size_t length = end == nullptr ? N : static_cast<size_t>(static_cast<const char*>(end) - field);
+    return std::string(field, length);
+}
+
+template <bool kSave>
+using Record8 = std::conditional_t<kSave, uint8_t, const uint8_t>;
+
+// A one-byte setting that is carried only when its Sup byte is set; otherwise the side being
+// written gets the "not set by driver" value.
+template <bool kSave>
+void GatedByte(TransferLog& log, uint8_t sup, Record8<kSave>& record, uint8_t& object,
+               uint8_t notSet, const char* prefix, std::string (*name)(uint8_t),
+               const char* forcedLine) {
+    if (sup != 0) {
+        if constexpr (kSave) {
+            record = object;
+        } else {
+            object = record;
+        }
+        log.Named(prefix, name(record));
+    } else {
+        if constexpr (kSave) {
+            record = notSet;
+        } else {
+            object = notSet;
+        }
+        log.Text(forcedLine);
+    }
+}
+
+// One free command buffer. The stored length may claim more than the 512-byte field holds, so
+// both directions move at most the field; returns the length the record is to carry.
+template <bool kSave>
+uint16_t MoveFreeBuffer(TransferLog& log, const char* head, Record8<kSave>& recordMode,
+                        Record8<kSave> (&field)[kFreeBufferSize], uint16_t storedLength,
+                        uint8_t& mode, std::vector<uint8_t>& held) {
+    log.Text(head);
+    size_t size = 0;
+    if constexpr (kSave) {
+        size = std::min(held.size(), kFreeBufferSize);
+        recordMode = mode;
+        if (size > 0) {
+            std::memcpy(field, held.data(), size);
+        }
+    } else {
+        size = std::min<size_t>(storedLength, kFreeBufferSize);
+        mode = recordMode;
+        held.assign(field, field + size);
+    }
+    if (mode == FREE_CMD_MODE_NONE) {
+        log.Text(" Mode FREE_CMD_MODE_NONE So do nothing");
+    } else if (size > 0 && mode == FREE_CMD_MODE_FILENAME) {
+        log.Text(" Mode Filename");
+        log.Named(" File Path ", std::string(held.begin(), held.begin() + size));
+    } else if (size > 0) {
+        log.Text(" Mode Buffer");
+        log.Line(" Buffer size %d Bytes", static_cast<int>(size));
+        log.Bytes(held.data(), size);
+    }
+    return static_cast<uint16_t>(size);
+}
+
+}  // namespace
+
+// Copies one value across in the direction of the transfer. Record fields are members of a
+// packed struct, so they are assigned in place rather than bound to references.
+#define KIV_MOVE(recordField, objectField)                                                      \
+    do {                                                                                        \
+        if constexpr (kSave) {                                                                  \
+            recordField = static_cast<decltype(recordField)>(objectField);                      \
+        } else {                                                                                \
+            objectField = static_cast<std::remove_cvref_t<decltype(objectField)>>(recordField); \
+        }                                                                                       \
+    } while (false)
+
+void UiDeviceCommon::WriteFixedDefaults(OemDevPayload& p) const {
+    StoreText(p.modelName, GetModelName());
+    StoreText(p.secondaryName, secondaryName_);
+    p.cashDrawerEnable = 0;
+    p.cashDrawerTimeOn = 256;
+    p.cashDrawerTimeOff = 256;
+    p.watermarkEnable = 0;
+    p.watermarkDrawPosition = WK_UNDER;
+    p.watermarkDrawType = WK_DSTRETCH;
+    p.watermarkVHPosition = WK_TOPLEFT;
+    std::memset(p.watermarkPath, 0, sizeof(p.watermarkPath));
+    p.reserved942 = 0;
+    p.reserved943 = 100;
+    p.watermarkBrightnessEnable = 0;
+    p.watermarkBrightness = 100;
+    std::memset(p.logos, 0, sizeof(p.logos));
+    p.convMode = CMODE_AUTO;
+    p.convThreshold = 128;
+    p.convFilterUp = 255;
+    p.convFilterDown = 0;
+    p.offsetX = 0;
+    p.offsetY = 0;
+    p.reductionEnable = 0;
+    p.skipWhitePages = 0;
+    p.whiteTopCrop = 0;
+    p.whiteBottomCrop = 0;
+    p.rotate180 = 0;
+}
+
+void UiDeviceCommon::FillOEMDEVWithDeviceValues(OemDevPayload& payload, int reset) {
+    std::memset(&payload, 0, sizeof(payload));
+    // The export runs first so that the fixed defaults win where both write.
+    ExportCapabilities(payload);
+    WriteFixedDefaults(payload);
+    if (reset != 0) {
+        std::string noModelName;
+        FillUIDeviceValuesWithOEMDEV(noModelName, payload);
+        return;
+    }
+    TransferSettings<true>(payload);
+}
+
+void UiDeviceCommon::FillUIDeviceValuesWithOEMDEV(std::string& modelName,
+                                                  const OemDevPayload& payload) {
+    TransferSettings<false>(payload);
+    modelName.clear();
+}
+
+template <bool kSave>
+void UiDeviceCommon::TransferSettings(
+    std::conditional_t<kSave, OemDevPayload, const OemDevPayload>& p) {
+    TransferLog log(kSave ? kSaveFunction : kLoadFunction);
+    log.Text(kStars);
+    log.Text(kSave ? "Saving UI Settings for UNI:" : "UI Settings From OEMDEV:");
+    log.Text(kStars);
+
+    log.Text("++++++ Cash Drawer ++++++");
+    if (p.supCashDrawer != 0) {
+        KIV_MOVE(p.cashDrawerEnable, cashDrawerEnable_);
+        log.Line(" Cash Drawer Enable <%d>", p.cashDrawerEnable);
+        if (p.cashDrawerEnable != 0) {
+            KIV_MOVE(p.cashDrawerPins, cashDrawerPins_);
+            KIV_MOVE(p.cashDrawerTimeOn, cashDrawerTimeOn_);
+            KIV_MOVE(p.cashDrawerTimeOff, cashDrawerTimeOff_);
+            KIV_MOVE(p.cashDrawerPhase, cashDrawerPhase_);
+            log.Named(" Pins Value ", CdPinsName(p.cashDrawerPins));
+            log.Line(" Time ON Value %dms", p.cashDrawerTimeOn);
+            log.Line(" Time OFF Value %dms", p.cashDrawerTimeOff);
+            log.Named(" Phase Value ", CdPhaseName(p.cashDrawerPhase));
+        }
+    } else if constexpr (kSave) {
+        p.cashDrawerPhase = PRN_PROP_CDPHASE_NO;
+        log.Text(" forced to PRN_PROP_CDPHASE_NO because isn't supported");
+    } else {
+        cashDrawerEnable_ = 0;
+        cashDrawerPins_ = PRN_PROP_CDPINS_NO;
+        cashDrawerTimeOn_ = 0;
+        cashDrawerTimeOff_ = 0;
+        cashDrawerPhase_ = PRN_PROP_CDPHASE_NO;
+        log.Text(" Unsupported so forced to PRN_PROP_CDPHASE_NO");
+    }
+
+    log.Text("++++++ Buzzer ++++++");
+    // The buzzer's value line says "Phase"; the label is the program's own.
+    GatedByte<kSave>(log, p.supBuzzer, p.buzzer, buzzer_, PRN_PROP_BUZZER_NO, " Phase Value ",
+                     BuzzerName, " forced to PRN_PROP_BUZZER_NO because isn't supported");
+
+    log.Text("++++++ Density ++++++");
+    GatedByte<kSave>(log, p.supDensity, p.density, density_, PRN_PROP_DENS_NOTSETBYDRIVER,
+                     " Value  ", DensityName,
+                     " forced to PRN_PROP_DENS_NOTSETBYDRIVER because isn't supported");
+
+    log.Text("++++++ Quality ++++++");
+    GatedByte<kSave>(log, p.supQuality, p.quality, quality_, PRN_PROP_QUAL_NOTSETBYDRIVER,
+                     " Value ", QualityName,
+                     " forced to PRN_PROP_QUAL_NOTSETBYDRIVER because isn't supported");
+
+    log.Text("++++++ Cut Mode ++++++");
+    GatedByte<kSave>(log, p.supCutter, p.cutMode, cutMode_, PRN_PROP_CUTTER_NOTSETBYDRIVER,
+                     " Value ", CutModeName,
+                     " forced to PRN_PROP_CUTTER_NOTSETBYDRIVER because isn't supported");
+    GatedByte<kSave>(
+        log, p.supRecovery, p.recovery, recovery_, PRN_PROP_RECOVERY_NOTSETBYDRIVER,
+        " Recovery Value ", RecoveryName,
+        " Recovery forced to PRN_PROP_RECOVERY_NOTSETBYDRIVER because isn't supported");
+
+    log.Text("++++++ LF Before Cut ++++++");
+    if constexpr (kSave) {
+        p.lfBeforeCut = static_cast<uint8_t>(lfBeforeCut_);
+        log.Line(" Value <%d>", p.lfBeforeCut);
+        if (p.lfBeforeCut >= kLfBeforeCutLimit) {
+            p.lfBeforeCut = 0;
+            log.Line(" forced to 0 because the value %d is over %d", lfBeforeCut_,
+                     kLfBeforeCutLimit);
+        }
+    } else {
+        lfBeforeCut_ = p.lfBeforeCut;
+        log.Line(" Value <%d>", lfBeforeCut_);
+        if (lfBeforeCut_ >= kLfBeforeCutLimit) {
+            log.Line(" forced to 0 because the value %d is over %d", lfBeforeCut_,
+                     kLfBeforeCutLimit);
+            lfBeforeCut_ = 0;
+        }
+    }
+
+    log.Text("++++++ Continuous Mode ++++++");
+    GatedByte<kSave>(log, p.supContinuousMode, p.continuousMode, continuousMode_,
+                     PRN_PROP_CONTINUOUSMODE_NOTSETBYDRIVER, " Value ", ContinuousModeName,
+                     " forced to PRN_PROP_CONTINUOUSMODE_NOTSETBYDRIVER because isn't supported");
+
+    log.Text("++++++ Feeder ++++++");
+    if (p.supFeeder != 0) {
+        KIV_MOVE(p.feeder, feeder_);
+        log.Named(" Value ", FeederName(p.feeder));
+    } else {
+        if constexpr (kSave) {
+            p.feeder = PRN_PROP_FEEDER_NOTSETBYDRIVER;
+        } else {
+            feeder_ = PRN_PROP_FEEDER_NOTSETBYDRIVER;
+        }
+        log.Text(" forced to PRN_PROP_FEEDER_NOTSETBYDRIVER because isn't supported");
+    }
+
+    log.Text("++++++ Selector ++++++");
+    GatedByte<kSave>(log, p.supSelector, p.selector, selector_, PRN_PROP_SELECTOR_NOTSETBYDRIVER,
+                     " Value ", SelectorName,
+                     " forced to PRN_PROP_SELECTOR_NOTSETBYDRIVER because isn't supported");
+
+    log.Text("++++++ Presentation ++++++");
+    if (p.supPresentation != 0) {
+        KIV_MOVE(p.presentationMode, presentationMode_);
+        KIV_MOVE(p.presentationValue, presentationValue_);
+        KIV_MOVE(p.presentationTimeout, presentationTimeout_);
+        log.Named(" Value ", PresentationName(p.presentationMode));
+        log.Line(" Value %d", p.presentationValue);
+        log.Line(" TO Value %dms", p.presentationTimeout);
+    } else {
+        if constexpr (kSave) {
+            p.presentationMode = PRN_PROP_PRESENT_NOTSETBYDRIVER;
+        } else {
+            presentationMode_ = PRN_PROP_PRESENT_NOTSETBYDRIVER;
+            presentationValue_ = 0;
+            presentationTimeout_ = 1;
+        }
+        log.Text(" forced to PRN_PROP_PRESENT_NOTSETBYDRIVER because isn't supported");
+    }
+    GatedByte<kSave>(log, p.supHeadLed, p.headLed, headLed_, PRN_HLED_OFF, " HLed Value ",
+                     HeadLedName, " HLed Value forced to PRN_HLED_OFF because isn't supported");
+
+    log.Text("++++++ Blackmark ++++++");
+    GatedByte<kSave>(log, p.supBlackMark, p.blackMark, blackMark_, PRN_PROP_BMARK_NOTSETBYDRIVER,
+                     " Value ", BlackMarkName,
+                     " forced to PRN_PROP_BMARK_NOTSETBYDRIVER because isn't supported");
+
+    log.Text("++++++ Page 2 Page ++++++");
+    if (p.supPage2Page != 0) {
+        KIV_MOVE(p.page2PageEnable, page2PageEnable_);
+        log.Line(" Page2Page Enable <%d>", p.page2PageEnable);
+        if (p.page2PageEnable != 0) {
+            KIV_MOVE(p.page2PageAction, page2PageAction_);
+            KIV_MOVE(p.page2PageTimeout, page2PageTimeout_);
+            KIV_MOVE(p.page2PageExtra, page2PageExtra_);
+            log.Named(" Page2Page After TO ", Page2PageActionName(p.page2PageAction));
+            log.Line(" TO %d sec (0x%04X)", p.page2PageTimeout, p.page2PageTimeout);
+            log.Named(" Page2Page After TO Extra ", Page2PageAfterToName(page2PageExtra_));
+        }
+    } else {
+        if constexpr (kSave) {
+            p.page2PageEnable = 0;
+        } else {
+            page2PageEnable_ = 0;
+        }
+        log.Text(" forced to FALSE because isn't supported");
+    }
+
+    log.Text("++++++ Watermark ++++++");
+    KIV_MOVE(p.watermarkEnable, watermarkEnable_);
+    log.Line(" Watermark Enable <%d>", p.watermarkEnable);
+    if (p.watermarkEnable != 0) {
+        KIV_MOVE(p.watermarkDrawPosition, watermarkDrawPosition_);
+        KIV_MOVE(p.watermarkDrawType, watermarkDrawType_);
+        KIV_MOVE(p.watermarkVHPosition, watermarkVHPosition_);
+        KIV_MOVE(p.watermarkBrightnessEnable, watermarkBrightnessEnable_);
+        // The record keeps the brightness mirrored around 200, in one byte.
+        if constexpr (kSave) {
+            StoreText(p.watermarkPath, watermarkPath_);
+            p.watermarkBrightness = static_cast<uint8_t>(kBrightnessMirror - watermarkBrightness_);
+        } else {
+            watermarkPath_ = LoadText(p.watermarkPath);
+            watermarkBrightness_ = kBrightnessMirror - p.watermarkBrightness;
+        }
+        log.Named(" Draw Position ", WatermarkDrawPositionName(p.watermarkDrawPosition));
+        log.Named(" Draw Type ", WatermarkDrawTypeName(p.watermarkDrawType));
+        log.Named(" VH Position ", WatermarkVHPositionName(p.watermarkVHPosition));
+        log.Named(" Path ", watermarkPath_);
+        log.Line(" Brightness Enable <%d>", p.watermarkBrightnessEnable);
+        // The line's %f has always been handed the integer; converted here so that the call is
+        // well defined. Nobody reads the number it prints.
+        log.Line(" Brightness100 %f", static_cast<double>(watermarkBrightness_));
+    }
+
+    log.Text("++++++ Coupon ++++++");
+    KIV_MOVE(p.couponEnable, couponEnable_);
+    log.Line(" Coupon Enable <%d>", p.couponEnable);
+    if (p.couponEnable != 0) {
+        if constexpr (kSave) {
+            p.couponScale = kCouponScale;
+            StoreText(p.couponPath, couponPath_);
+        } else {
+            couponPath_ = LoadText(p.couponPath);
+        }
+        KIV_MOVE(p.couponDrawType, couponDrawType_);
+        KIV_MOVE(p.couponDrawPosition, couponDrawPosition_);
+        KIV_MOVE(p.couponCutInter, couponCutInter_);
+        KIV_MOVE(p.couponCutFinal, couponCutFinal_);
+        KIV_MOVE(p.couponCopies, couponCopies_);
+        log.Named(" Path ", couponPath_);
+        log.Named(" Draw Type ", ImageDrawTypeName(p.couponDrawType));
+        log.Named(" Draw Position ", ImageDrawPositionName(p.couponDrawPosition));
+        log.Named(" Cut Mode Inter ", CouponCutName(p.couponCutInter));
+        log.Named(" Cut Mode Final ", CouponCutName(p.couponCutFinal));
+        log.Line(" Copies %d", p.couponCopies);
+    }
+
+    static constexpr const char* kLogoHeads[kLogoCount] = {
+        "++++++ Begin Doc Logo ++++++", "++++++ Begin Page Logo ++++++",
+        "++++++ End Page Logo ++++++", "++++++ End Doc Logo ++++++"};
+    for (size_t i = 0; i < kLogoCount; ++i) {
+        auto& record = p.logos[i];
+        LogoSettings& logo = logos_[i];
+        log.Text(kLogoHeads[i]);
+        KIV_MOVE(record.enable, logo.enable);
+        log.Line(" Logo Enable <%d>", record.enable);
+        if (record.enable != 0) {
+            KIV_MOVE(record.source, logo.source);
+            KIV_MOVE(record.drawType, logo.drawType);
+            KIV_MOVE(record.drawPosition, logo.drawPosition);
+            if constexpr (kSave) {
+                StoreText(record.path, logo.path);
+            } else {
+                logo.path = LoadText(record.path);
+            }
+            log.Named(" Source ", LogoSourceName(record.source));
+            log.Named(" Draw Type ", ImageDrawTypeName(record.drawType));
+            log.Named(" Draw Position ", ImageDrawPositionName(record.drawPosition));
+            log.Named(" Path or number ", logo.path);
+        }
+    }
+
+    log.Text("++++++ Offset ++++++");
+    KIV_MOVE(p.offsetX, offsetX_);
+    KIV_MOVE(p.offsetY, offsetY_);
+    log.Line(" Offset X:%d Y:%d", offsetX_, offsetY_);
+
+    log.Text("++++++ Paper Reduction ++++++");
+    KIV_MOVE(p.reductionEnable, reductionEnable_);
+    log.Line(" Paper Reduction Enable <%d>", p.reductionEnable);
+    if (p.reductionEnable != 0) {
+        KIV_MOVE(p.reductionMode, reductionMode_);
+        KIV_MOVE(p.reductionMinValue, reductionMinValue_);
+        KIV_MOVE(p.reductionValue, reductionValue_);
+        log.Named(" Reduction Mode ", ReductionModeName(p.reductionMode));
+        log.Line(" Min Value %d", p.reductionMinValue);
+        // As for the brightness: an integer behind %f, converted so the call is well defined.
+        log.Line(" Value %f", static_cast<double>(p.reductionValue));
+    }
+
+    log.Text("++++++ Convertion image to 1Bit ++++++");
+    KIV_MOVE(p.convMode, convMode_);
+    KIV_MOVE(p.convThreshold, convThreshold_);
+    KIV_MOVE(p.convFilterUp, convFilterUp_);
+    KIV_MOVE(p.convFilterDown, convFilterDown_);
+    log.Named(" Mode ", ConversionModeName(p.convMode));
+    log.Line(" Threshold %d", p.convThreshold);
+    log.Line(" Filter UP %d", p.convFilterUp);
+    log.Line(" Filter DOWN %d", p.convFilterDown);
+
+    const uint16_t startLength = MoveFreeBuffer<kSave>(
+        log, "++++++ Free Buffers Start Job ++++++", p.startJobBufferMode, p.startJobBuffer,
+        p.startJobBufferLength, startJobBufferMode_, startJobBuffer_);
+    const uint16_t endLength = MoveFreeBuffer<kSave>(
+        log, "++++++ Free Buffers End Job ++++++", p.endJobBufferMode, p.endJobBuffer,
+        p.endJobBufferLength, endJobBufferMode_, endJobBuffer_);
+    if constexpr (kSave) {
+        p.startJobBufferLength = startLength;
+        p.endJobBufferLength = endLength;
+    }
+
+    log.Text("++++++ Extra ++++++");
+    KIV_MOVE(p.skipWhitePages, skipWhitePages_);
+    KIV_MOVE(p.whiteTopCrop, whiteTopCrop_);
+    KIV_MOVE(p.whiteBottomCrop, whiteBottomCrop_);
+    KIV_MOVE(p.rotate180, rotate180_);
+    log.Line(" Skip White Pages :%d", p.skipWhitePages);
+    log.Line(" White Top Crop :%d", p.whiteTopCrop);
+    log.Line(" White Bottom Crop :%d", p.whiteBottomCrop);
+    log.Line(" Rotate Page 180 :%d", p.rotate180);
+    log.Text(kStars);
+}
+
+#undef KIV_MOVE
+
+template void UiDeviceCommon::TransferSettings<true>(OemDevPayload&);
+template void UiDeviceCommon::TransferSettings<false>(const OemDevPayload&);

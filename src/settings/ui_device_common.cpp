@@ -1,0 +1,107 @@
+// UiDeviceCommon: identity, capability flags, list lookups and the generic device's operations.
+#include "settings/ui_device_common.h"
+
+#include <algorithm>
+#include <utility>
+
+UiDeviceCommon::UiDeviceCommon(std::string modelName, std::string second, std::string third,
+                               std::string fourth)
+    : modelName_(std::move(modelName)),
+      secondaryName_(std::move(second)),
+      thirdName_(std::move(third)),
+      fourthName_(std::move(fourth)) {}
+
+UiDeviceCommon::~UiDeviceCommon() = default;
+
+std::string UiDeviceCommon::GetModelName() const {
+    return std::string();
+}
+
+void UiDeviceCommon::ExportCapabilities(OemDevPayload&) const {}
+
+int UiDeviceCommon::GetModelNumber() const {
+    return 0;
+}
+
+uint8_t UiDeviceCommon::GetCapabilityFlag(size_t index) const {
+    return index < capabilityFlags_.size() ? capabilityFlags_[index] : 0;
+}
+
+void UiDeviceCommon::SetCapabilityFlag(size_t index, uint8_t value) {
+    if (index < capabilityFlags_.size()) {
+        capabilityFlags_[index] = value;
+    }
+}
+
+void UiDeviceCommon::TakeCapabilityFlagsFromExport() {
+    OemDevPayload scratch{};
+    ExportCapabilities(scratch);
+    capabilityFlags_ = {scratch.supCashDrawer, scratch.supBuzzer,         scratch.supCutter,
+                        scratch.supFeeder,     scratch.supSelector,       scratch.supRecovery,
+                        scratch.supBlackMark,  scratch.supContinuousMode, scratch.supPresentation,
+                        scratch.supHeadLed,    scratch.supPage2Page};
+}
+
+namespace {
+
+template <typename T>
+size_t IndexOf(const std::vector<T>& list, T value) {
+    auto it = std::find(list.begin(), list.end(), value);
+    return it == list.end() ? 0 : static_cast<size_t>(it - list.begin());
+}
+
+template <typename T>
+T ValueAt(const std::vector<T>& list, size_t index) {
+    return index < list.size() ? list[index] : T{0};
+}
+
+constexpr int kPercentSteps[] = {12, 25, 37, 50, 62, 75, 87, 100};
+
+}  // namespace
+
+size_t UiDeviceCommon::ListIndexOf(const std::vector<uint8_t>& list, uint8_t value) {
+    return IndexOf(list, value);
+}
+
+uint8_t UiDeviceCommon::ListValueAt(const std::vector<uint8_t>& list, size_t index) {
+    return ValueAt(list, index);
+}
+
+size_t UiDeviceCommon::FeederListIndexOf(const std::vector<uint16_t>& list, uint16_t value) {
+    return IndexOf(list, value);
+}
+
+uint16_t UiDeviceCommon::FeederListValueAt(const std::vector<uint16_t>& list, size_t index) {
+    return ValueAt(list, index);
+}
+
+int UiDeviceCommon::PercentFromPosition(int position) {
+    if (position < 0 || position >= static_cast<int>(std::size(kPercentSteps))) {
+        return kPercentSteps[0];
+    }
+    return kPercentSteps[position];
+}
+
+int UiDeviceCommon::PositionFromPercent(int percent) {
+    for (size_t i = 0; i < std::size(kPercentSteps); ++i) {
+        if (kPercentSteps[i] == percent) {
+            return static_cast<int>(i);
+        }
+    }
+    return 0;
+}
+
+int UiDeviceCommon::BelowThreeOrZero(int value) {
+    return value < 3 ? value : 0;
+}
+
+const LogoSettings& UiDeviceCommon::GetLogo(size_t index) const {
+    static const LogoSettings kNoLogo;
+    return index < logos_.size() ? logos_[index] : kNoLogo;
+}
+
+void UiDeviceCommon::SetLogo(size_t index, LogoSettings logo) {
+    if (index < logos_.size()) {
+        logos_[index] = std::move(logo);
+    }
+}

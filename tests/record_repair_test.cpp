@@ -1,0 +1,158 @@
+// Tests of the working-record repair before the document pages: the three tests in their order.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "entry/devmode.h"
+#include "entry/record_repair.h"
+#include "fake_log_platform.h"
+#include "settings/device_factory.h"
+#include "settings/setting_enums.h"
+
+namespace {
+
+std::string Bytes(const OEMDEV& rec) {
+    return std::string(reinterpret_cast<const char*>(&rec), sizeof(rec));
+}
+
+// A record this model could have saved: defaults, then one value changed.
+OEMDEV GoodRecord(UiDeviceCommon& device) {
+    OEMDEV rec{};
+    SetOEMDevDefault(rec);
+    device.FillOEMDEVWithDeviceValues(rec.payload, 1);
+    rec.payload.density = PRN_PROP_DENS_P37;
+    return rec;
+}
+
+// What a reset from the model yields for a record whose header is `saved`'s.
+OEMDEV ResetRecord(const OEMDEV& saved, const std::string& model) {
+    OEMDEV rec = saved;
+    ResetOEMDevBody(rec);
+    CreateUiDevice(model, "", "", "")->FillOEMDEVWithDeviceValues(rec.payload, 1);
+    return rec;
+}
+
+std::vector<std::string> RepairLines(const ScopedTestLog& log) {
+    std::vector<std::string> lines;
+    for (const std::string& body : log.Bodies()) {
+        if (body.rfind("[CommonUIProp] ", 0) == 0) {
+            lines.push_back(body);
+        }
+    }
+    return lines;
+}
+
+TEST(RecordRepairTest, DamagedRecordsAreResetFromTheModelWithTheirLogLines) {
+    struct Case {
+        const char* what;
+        void (*damage)(OEMDEV&);
+        std::vector<std::string> lines;
+    };
+    const std::vector<std::string> guardLines = {
+        "[CommonUIProp] KIVITEM_SIGN_H is different, reset STRUCT",
+        "[CommonUIProp] reset OEMDEV STRUCT"};
+    const std::vector<std::string> modelLines = {"[CommonUIProp] Model is different, reset STRUCT",
+                                                 "[CommonUIProp] reset OEMDEV STRUCT"};
+    const Case cases[] = {
+        {"first head guard", [](OEMDEV& r) { r.dwSignHead1 = 0; }, guardLines},
+        {"second head guard", [](OEMDEV& r) { r.dwSignHead2 = KIVITEM_SIGN_T; }, guardLines},
+        // The guard test comes first and alone decides the text.
+        {"guard and model and version",
+         [](OEMDEV& r) {
+             r.dwSignHead1 = 1;
+             r.payload.modelName[0] = 'X';
+             r.dwVerCurrent = 1;
+         },
+         guardLines},
+        {"model name in another case",
+         [](OEMDEV& r) { std::memcpy(r.payload.modelName, "zld90vii", 8); }, modelLines},
+        {"model name longer", [](OEMDEV& r) { std::memcpy(r.payload.modelName, "ZLD90VIIX", 9); },
+         modelLines},
+        {"empty model name", [](OEMDEV& r) { r.payload.modelName[0] = 0; }, modelLines},
+        {"model name filling its field",
+         [](OEMDEV& r) { std::memset(r.payload.modelName, 'Z', kModelNameSize); }, modelLines},
+        {"model and version",
+         [](OEMDEV& r) {
+             r.payload.modelName[0] = 'z';
+             r.dwVerCurrent = 3;
+         },
+         modelLines},
+        {"old layout version",
+         [](OEMDEV& r) { r.dwVerCurrent = 1; },
+         {"[CommonUIProp] KIVITEM_VERCURRENT is different, fix the struct"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        ScopedTestLog log(kLogInfo);
+        std::unique_ptr<UiDeviceCommon> device = CreateUiDevice("ZLD90VII", "", "", "");
+        OEMDEV saved = GoodRecord(*device);
+        saved.dmExtraHeader.dwVersion = 7;  // the header is carried over, not re-stamped
+        c.damage(saved);
+        const OEMDEV savedBefore = saved;
+        OEMDEV work;
+        std::memset(&work, 0xCC, sizeof(work));
+        RepairWorkingRecord(saved, work, *device, "Printer");
+
+        EXPECT_EQ(RepairLines(log), c.lines);
+        EXPECT_EQ(Bytes(work), Bytes(ResetRecord(savedBefore, "ZLD90VII")));
+        EXPECT_EQ(Bytes(saved), Bytes(savedBefore));
+        // The object holds the model's defaults, not the damaged record's values.
+        EXPECT_EQ(device->GetDensity(), PRN_PROP_DENS_NORMAL);
+    }
+}
+
+TEST(RecordRepairTest, ErrorLinesAreLevelTwoAndTheRestLevelFour) {
+    ScopedTestLog log(kLogError);
+    std::unique_ptr<UiDeviceCommon> device = CreateUiDevice("J7", "", "", "");
+    OEMDEV saved = GoodRecord(*device);
+    saved.dwSignHead2 = 0;
+    OEMDEV work{};
+    RepairWorkingRecord(saved, work, *device, "Printer");
+    EXPECT_EQ(log.Bodies(),
+              std::vector<std::string>{"[CommonUIProp] KIVITEM_SIGN_H is different, reset STRUCT"});
+
+    log.Platform().file.clear();
+    saved = GoodRecord(*device);
+    saved.dwVerCurrent = 0;
+    RepairWorkingRecord(saved, work, *device, "Printer");
+    EXPECT_EQ(log.Text(), "");
+}
+
+TEST(RecordRepairTest, AGoodRecordIsKeptByteForByteAndLoaded) {
+    for (const char* model : {"ZLD90VII", "J7", "TRX430A"}) {
+        SCOPED_TRACE(model);
+        ScopedTestLog log(kLogDetail);
+        std::unique_ptr<UiDeviceCommon> device = CreateUiDevice(model, "", "", "");
+        OEMDEV saved = GoodRecord(*device);
+        saved.payload.reserved943 = 42;  // even bytes the transfers never read
+        OEMDEV work{};
+        RepairWorkingRecord(saved, work, *device, "Printer");
+        EXPECT_EQ(Bytes(work), Bytes(saved));
+        EXPECT_TRUE(RepairLines(log).empty());
+        EXPECT_EQ(device->GetDensity(), PRN_PROP_DENS_P37);
+        // The record was loaded into the object (the load's section dump is there).
+        const std::vector<std::string> messages = log.Messages();
+        EXPECT_NE(std::find(messages.begin(), messages.end(), "UI Settings From OEMDEV:"),
+                  messages.end());
+    }
+}
+
+TEST(RecordRepairTest, TheGenericDeviceMatchesAnEmptyModelName) {
+    // The generic device reports an empty model name, so a cleared body passes the model test.
+    ScopedTestLog log(kLogInfo);
+    std::unique_ptr<UiDeviceCommon> device = CreateUiDevice("SOMETHING", "", "", "");
+    OEMDEV saved{};
+    SetOEMDevDefault(saved);
+    saved.payload.density = PRN_PROP_DENS_P50;
+    OEMDEV work{};
+    RepairWorkingRecord(saved, work, *device, "Printer");
+    EXPECT_EQ(Bytes(work), Bytes(saved));
+    EXPECT_TRUE(RepairLines(log).empty());
+    // Nothing is supported, so the loaded value is forced.
+    EXPECT_EQ(device->GetDensity(), 0);
+}
+
+}  // namespace
