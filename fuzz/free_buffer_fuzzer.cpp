@@ -1,0 +1,41 @@
+// Fuzzes the free-buffer parser and the offset checks with arbitrary edit text.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "pages/free_buffer.h"
+#include "pages/page_rules.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    std::string_view text(reinterpret_cast<const char*>(data), size);
+
+    FreeBufferParse parsed = ParseFreeBuffer(text);
+    // An escape never produces more than one byte, so the result cannot outgrow the text.
+    if (parsed.bytes.size() > size || (!parsed.error.empty() && !parsed.bytes.empty())) {
+        std::abort();
+    }
+    std::u16string wide;
+    for (char c : text) {
+        wide.push_back(static_cast<char16_t>(static_cast<unsigned char>(c)));
+    }
+    FreeBufferParse parsedWide = ParseFreeBuffer(wide);
+    if (parsedWide.bytes != parsed.bytes || parsedWide.error != parsed.error) {
+        std::abort();
+    }
+    (void)ValidateFreeBufferText(text, FreeBufferSide::kStart);
+
+    // The first half as X, the rest as Y: an accepted pair must read back within the range.
+    std::string_view x = text.substr(0, size / 2);
+    std::string_view y = text.substr(size / 2);
+    if (!ValidatePrintAdjustOffsets(x, y)) {
+        int16_t offsetX = OffsetFromText(LimitText(x, kOffsetTextLimit));
+        int16_t offsetY = OffsetFromText(LimitText(y, kOffsetTextLimit));
+        if (offsetX < kOffsetMin || offsetX > kOffsetMax || offsetY < kOffsetMin ||
+            offsetY > kOffsetMax) {
+            std::abort();
+        }
+    }
+    return 0;
+}
