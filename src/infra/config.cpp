@@ -1,0 +1,154 @@
+// The per-printer configuration: the table of values, their defaults and clamps, read and written.
+#include "infra/config.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+enum class ValueKind { kText, kNumber };
+
+// One configuration value. The table's order is the write order; `readHere` is false for the
+// language monitor's value, which this plug-in only ever writes.
+struct ConfigValueSpec {
+    const char16_t* name;
+    ValueKind kind;
+    std::string Configuration::*text;
+    uint32_t Configuration::*number;
+    const char* defaultText;
+    uint32_t defaultNumber;
+    uint32_t clamp;
+    bool readHere;
+    bool writeOnRequestOnly;
+};
+
+constexpr uint32_t kNoClamp = UINT32_MAX;
+
+const ConfigValueSpec kConfigTable[] = {
+    {u"LogFolder", ValueKind::kText, &Configuration::logFolder, nullptr, kDefaultLogFolder, 0,
+     kNoClamp, true, false},
+    {u"LogVerbosity_UiUni", ValueKind::kNumber, nullptr, &Configuration::logVerbosity, nullptr, 0,
+     kMaxLogVerbosity, true, false},
+    {u"LogVerbosity_LM", ValueKind::kNumber, nullptr, &Configuration::logVerbosity, nullptr, 0,
+     kMaxLogVerbosity, false, true},
+    {u"Settings_Ui", ValueKind::kNumber, nullptr, &Configuration::settingsUi, nullptr, 0, kNoClamp,
+     true, false},
+    {u"PrnFolder", ValueKind::kText, &Configuration::prnFolder, nullptr, kDefaultPrnFolder, 0,
+     kNoClamp, true, false},
+};
+
+}  // namespace
+
+std::u16string WideTextFromBytes(const std::vector<uint8_t>& data) {
+    std::u16string text;
+    const size_t count = data.size() / 2;  // an odd trailing byte is not a character
+    text.reserve(count);
+    for (size_t i = 0; i < count; ++i) {
+        const char16_t c = static_cast<char16_t>(data[2 * i] | (data[2 * i + 1] << 8));
+        if (c == 0)
+            break;
+        text.push_back(c);
+    }
+    return text;
+}
+
+bool ReadRegistryDword(RegistryHive& hive, const std::u16string& subkey, const std::u16string& name,
+                       uint32_t* value) {
+    RegistryValue raw;
+    if (value == nullptr ||
+        hive.Query(subkey, name, sizeof(uint32_t), raw) != RegistryStatus::kOk ||
+        raw.type != kRegDword || raw.data.size() != sizeof(uint32_t)) {
+        return false;
+    }
+    std::memcpy(value, raw.data.data(), sizeof(uint32_t));
+    return true;
+}
+
+bool ReadRegistryString(RegistryHive& hive, const std::u16string& subkey,
+                        const std::u16string& name, std::u16string* value, size_t maxChars) {
+    RegistryValue raw;
+    if (value == nullptr ||
+        hive.Query(subkey, name, maxChars * sizeof(char16_t), raw) != RegistryStatus::kOk ||
+        raw.type != kRegSz) {
+        return false;
+    }
+    std::u16string text = WideTextFromBytes(raw.data);
+    // The text must fit the buffer together with its terminator, as it does when written back.
+    if (text.size() >= maxChars)
+        return false;
+    *value = std::move(text);
+    return true;
+}
+
+bool ReadRegistryMultiString(RegistryHive& hive, const std::u16string& subkey,
+                             const std::u16string& name, std::vector<std::u16string>* values,
+                             size_t maxChars) {
+    RegistryValue raw;
+    if (values == nullptr ||
+        hive.Query(subkey, name, maxChars * sizeof(char16_t), raw) != RegistryStatus::kOk ||
+        raw.type != kRegMultiSz) {
+        return false;
+    }
+    values->clear();
+    // Strings separated by one NUL, the list ended by an empty one; a list cut short without
+    // its final terminators still yields the strings it holds.
+    std::u16string current;
+    const size_t count = raw.data.size() / 2;
+    for (size_t i = 0; i < count; ++i) {
+        const char16_t c = static_cast<char16_t>(raw.data[2 * i] | (raw.data[2 * i + 1] << 8));
+        if (c != 0) {
+            current.push_back(c);
+        } else if (current.empty()) {
+            return true;
+        } else {
+            values->push_back(current);
+            current.clear();
+        }
+    }
+    if (!current.empty())
+        values->push_back(current);
+    return true;
+}
+
+std::u16string ConfigurationKey(const std::u16string& printerName) {
+    return std::u16string(kConfigRootKey) + u"\\" + printerName;
+}
+
+void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
+                       Configuration& config) {
+    const std::u16string key = ConfigurationKey(printerName);
+    for (const ConfigValueSpec& spec : kConfigTable) {
+        if (!spec.readHere)
+            continue;
+        if (spec.kind == ValueKind::kText) {
+            std::u16string wide;
+            if (ReadRegistryString(hive, key, spec.name, &wide) && !wide.empty()) {
+                config.*spec.text = hive.Narrow(wide);
+            } else {
+                config.*spec.text = spec.defaultText;
+            }
+        } else {
+            uint32_t number = 0;
+            if (ReadRegistryDword(hive, key, spec.name, &number)) {
+                config.*spec.number = std::min(number, spec.clamp);
+            } else {
+                config.*spec.number = spec.defaultNumber;
+            }
+        }
+    }
+}
+
+void WriteConfiguration(RegistryHive& hive, const std::u16string& printerName,
+                        const Configuration& config, int alsoLanguageMonitor) {
+    const std::u16string key = ConfigurationKey(printerName);
+    for (const ConfigValueSpec& spec : kConfigTable) {
+        if (spec.writeOnRequestOnly && alsoLanguageMonitor == 0)
+            continue;
+        // A failed write is skipped: the next opening reads the default again.
+        if (spec.kind == ValueKind::kText) {
+            hive.SetString(key, spec.name, hive.Widen(config.*spec.text));
+        } else {
+            hive.SetDword(key, spec.name, config.*spec.number);
+        }
+    }
+}

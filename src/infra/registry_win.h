@@ -1,0 +1,57 @@
+// RegistryWin: the registry helper bound to one hive, in the 64-bit view, and the configuration's
+// hive port.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "infra/config.h"
+#include "win/windows_headers.h"
+
+// Every operation opens its key, does its work and closes the key again: keys are never held
+// between requests. Reads open with KEY_READ, writes with KEY_WRITE, both in the 64-bit view.
+class RegistryWin : public RegistryHive {
+  public:
+    explicit RegistryWin(HKEY hive = HKEY_CURRENT_USER) : hive_(hive) {}
+
+    bool KeyExists(const std::wstring& subkey) const;
+    // REG_DWORD only; any other type counts as absent.
+    bool ReadDword(const std::wstring& subkey, const std::wstring& name, DWORD* value);
+    // REG_SZ only; a value longer than `maxChars` (ERROR_MORE_DATA) counts as absent.
+    bool ReadString(const std::wstring& subkey, const std::wstring& name, std::wstring* value,
+                    size_t maxChars = kRegistryStringChars);
+    // REG_MULTI_SZ only.
+    bool ReadMultiString(const std::wstring& subkey, const std::wstring& name,
+                         std::vector<std::wstring>* values,
+                         size_t maxChars = 4 * kRegistryStringChars);
+    // Both create the key when it cannot be opened.
+    bool WriteDword(const std::wstring& subkey, const std::wstring& name, DWORD value);
+    bool WriteString(const std::wstring& subkey, const std::wstring& name,
+                     const std::wstring& value);
+    bool DeleteValue(const std::wstring& subkey, const std::wstring& name);
+    bool EnumSubkeys(const std::wstring& subkey, std::vector<std::wstring>* names) const;
+    bool CountSubkeysAndValues(const std::wstring& subkey, DWORD* subkeys, DWORD* values) const;
+
+    // RegistryHive.
+    RegistryStatus Query(const std::u16string& subkey, const std::u16string& name, size_t maxBytes,
+                         RegistryValue& out) override;
+    bool SetDword(const std::u16string& subkey, const std::u16string& name,
+                  uint32_t value) override;
+    bool SetString(const std::u16string& subkey, const std::u16string& name,
+                   const std::u16string& value) override;
+    std::string Narrow(const std::u16string& wide) override;
+    std::u16string Widen(const std::string& narrow) override;
+
+  private:
+    HKEY OpenForWrite(const std::wstring& subkey);
+
+    HKEY hive_;
+};
+
+// Between the Win32 and the core spelling of wide text (both are UTF-16 here).
+inline std::wstring WideFromU16(const std::u16string& text) {
+    return std::wstring(text.begin(), text.end());
+}
+inline std::u16string U16FromWide(const std::wstring& text) {
+    return std::u16string(text.begin(), text.end());
+}
