@@ -1,0 +1,203 @@
+// Tests of the "*OEMCustomData:" reader over in-memory GPD files.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "entry/gpd_reader.h"
+
+namespace {
+
+class MemoryGpdFiles : public GpdFileSource {
+  public:
+    std::map<std::string, std::string> files;
+    std::vector<std::string> reads;
+
+    Status Read(const std::string& name, size_t maxBytes, std::string& contents) override {
+        reads.push_back(name);
+        auto it = files.find(name);
+        if (it == files.end())
+            return Status::kMissing;
+        if (it->second.size() > maxBytes)
+            return Status::kTooLarge;
+        contents = it->second;
+        return Status::kOk;
+    }
+};
+
+GpdReadResult ReadMain(const std::string& text, const GpdReadLimits& limits = {}) {
+    MemoryGpdFiles files;
+    files.files["main.gpd"] = text;
+    return ReadGpdOEMCustomData(files, "main.gpd", limits);
+}
+
+TEST(GpdReader, ValueForms) {
+    struct Case {
+        const char* what;
+        std::string gpd;
+        std::string expected;
+    };
+    const Case cases[] = {
+        {"plain", "*OEMCustomData: \"TRX418A\"\n", "TRX418A"},
+        {"all pieces", "*OEMCustomData: \"TRX418A|SEC|3|4\"\n", "TRX418A|SEC|3|4"},
+        {"blanks before the colon", "*OEMCustomData  :\t\"A\"\n", "A"},
+        {"indented entry", "   *OEMCustomData: \"A\"\r\n", "A"},
+        {"hex inside quotes", "*OEMCustomData: \"A<42 43>D\"\n", "ABCD"},
+        {"hex pairs with blanks", "*OEMCustomData: \"<5 4 58>\"\n", "TX"},
+        {"hex outside quotes", "*OEMCustomData: <41> \"B\"\n", "AB"},
+        {"escaped quote", "*OEMCustomData: \"A%\"B\"\n", "A\"B"},
+        {"escaped angle", "*OEMCustomData: \"A%<B\"\n", "A<B"},
+        {"other percent is literal", "*OEMCustomData: \"50%%x\"\n", "50%%x"},
+        {"percent at the end as hex", "*OEMCustomData: \"50<25>\"\n", "50%"},
+        {"adjacent pieces join", "*OEMCustomData: \"TRX\" \"418A\"\n", "TRX418A"},
+        {"comment after value", "*OEMCustomData: \"A\" *% the model\n", "A"},
+        {"comment mark inside quotes", "*OEMCustomData: \"A*%B\"\n", "A*%B"},
+        {"continuation line", "*OEMCustomData: \"TRX\"\n+ \"418A\"\n", "TRX418A"},
+        {"continuation inside a string", "*OEMCustomData: \"TRX\n   +418A\"\n", "TRX418A"},
+        {"comment before continuation", "*OEMCustomData: \"TRX\" *% c \"no\"\n+\"418A\"\n",
+         "TRX418A"},
+        {"empty string", "*OEMCustomData: \"\"\n", ""},
+        {"text ends at NUL", "*OEMCustomData: \"AB<00>CD\"\n", "AB"},
+        {"no newline at end", "*OEMCustomData: \"A\"", "A"},
+        {"ends at DOS eof", "*OEMCustomData: \"A\"\n\x1A*OEMCustomData: \"B\"\n", "A"},
+        {"UTF-8 BOM", "\xEF\xBB\xBF*OEMCustomData: \"A\"\n", "A"},
+        {"later entry wins", "*OEMCustomData: \"A\"\n*OEMCustomData: \"B\"\n", "B"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        const GpdReadResult r = ReadMain(c.gpd);
+        EXPECT_TRUE(r.found);
+        EXPECT_EQ(c.expected, r.text);
+        EXPECT_EQ(0u, r.badEntries);
+    }
+}
+
+TEST(GpdReader, MalformedValuesAreSkipped) {
+    const char* const bad[] = {
+        "*OEMCustomData: TRX418A\n",     // not quoted
+        "*OEMCustomData: \"TRX418A\n",   // not closed
+        "*OEMCustomData: \"TRX%\"\n",    // the % escapes the closing quote
+        "*OEMCustomData: \"<4>\"\n",     // odd digit count
+        "*OEMCustomData: \"<4G>\"\n",    // not hex
+        "*OEMCustomData: \"<41\"\n",     // hex not closed
+        "*OEMCustomData:\n",             // no value
+        "*OEMCustomData: \"A\" junk\n",  // trailing bare text
+    };
+    for (const char* line : bad) {
+        SCOPED_TRACE(line);
+        const GpdReadResult alone = ReadMain(line);
+        EXPECT_FALSE(alone.found);
+        EXPECT_EQ("", alone.text);
+        EXPECT_EQ(1u, alone.badEntries);
+        // A bad later entry leaves the earlier good one in place.
+        const GpdReadResult after = ReadMain(std::string("*OEMCustomData: \"GOOD\"\n") + line);
+        EXPECT_TRUE(after.found);
+        EXPECT_EQ("GOOD", after.text);
+    }
+}
+
+TEST(GpdReader, OtherKeywordsAndCommentsDoNotMatch) {
+    const GpdReadResult r = ReadMain(
+        "*GPDSpecVersion: \"1.0\"\n"
+        "*% *OEMCustomData: \"COMMENTED\"\n"
+        "*OEMCustomDataX: \"OTHER\"\n"
+        "*oemcustomdata: \"CASE\"\n"
+        "*ModelName: \"*OEMCustomData: X\"\n");
+    EXPECT_FALSE(r.found);
+    EXPECT_EQ("", r.text);
+}
+
+TEST(GpdReader, MissingEntryAndMissingFile) {
+    const GpdReadResult none = ReadMain("*GPDSpecVersion: \"1.0\"\n*ModelName: \"X\"\n");
+    EXPECT_FALSE(none.found);
+    EXPECT_EQ(0u, none.unreadFiles);
+
+    MemoryGpdFiles files;
+    const GpdReadResult missing = ReadGpdOEMCustomData(files, "absent.gpd");
+    EXPECT_FALSE(missing.found);
+    EXPECT_EQ("", missing.text);
+    EXPECT_EQ(1u, missing.unreadFiles);
+}
+
+TEST(GpdReader, IncludedFilesFormOneStream) {
+    MemoryGpdFiles files;
+    files.files["main.gpd"] =
+        "*GPDSpecVersion: \"1.0\"\n"
+        "*Include: \"StdNames.gpd\"\n"
+        "*Include: \"C:\\other\\path\\model.gpd\"\n"
+        "*Include: after.gpd\n";
+    files.files["StdNames.gpd"] = "*OEMCustomData: \"FROM_STDNAMES\"\n";
+    files.files["model.gpd"] = "*Include: \"deeper.gpd\"\n";
+    files.files["deeper.gpd"] = "*OEMCustomData: \"TRX418A|S\"\n";
+    files.files["after.gpd"] = "*ModelName: \"no entry here\"\n";
+    const GpdReadResult r = ReadGpdOEMCustomData(files, "main.gpd");
+    EXPECT_TRUE(r.found);
+    EXPECT_EQ("TRX418A|S", r.text);
+    // Path parts of an include name are dropped: all files sit in one folder.
+    EXPECT_EQ((std::vector<std::string>{"main.gpd", "StdNames.gpd", "model.gpd", "deeper.gpd",
+                                        "after.gpd"}),
+              files.reads);
+}
+
+TEST(GpdReader, EntryAfterIncludeReplacesIncludedOne) {
+    MemoryGpdFiles files;
+    files.files["main.gpd"] = "*Include: \"inc.gpd\"\n*OEMCustomData: \"MAIN\"\n";
+    files.files["inc.gpd"] = "*OEMCustomData: \"INC\"\n";
+    EXPECT_EQ("MAIN", ReadGpdOEMCustomData(files, "main.gpd").text);
+}
+
+TEST(GpdReader, MissingIncludeIsSkipped) {
+    MemoryGpdFiles files;
+    files.files["main.gpd"] = "*Include: \"gone.gpd\"\n*OEMCustomData: \"A\"\n";
+    const GpdReadResult r = ReadGpdOEMCustomData(files, "main.gpd");
+    EXPECT_EQ("A", r.text);
+    EXPECT_EQ(1u, r.unreadFiles);
+}
+
+TEST(GpdReader, SelfIncludeStopsAtDepthLimit) {
+    MemoryGpdFiles files;
+    files.files["loop.gpd"] = "*OEMCustomData: \"L\"\n*Include: \"loop.gpd\"\n";
+    GpdReadLimits limits;
+    limits.maxIncludeDepth = 3;
+    const GpdReadResult r = ReadGpdOEMCustomData(files, "loop.gpd", limits);
+    EXPECT_EQ("L", r.text);
+    EXPECT_TRUE(r.limitReached);
+    EXPECT_EQ(4u, files.reads.size());  // depth 0..3
+}
+
+TEST(GpdReader, FileCountAndSizeLimits) {
+    MemoryGpdFiles files;
+    // Each file includes itself twice: without the file bound the walk would be exponential.
+    files.files["fan.gpd"] = "*Include: fan.gpd\n*Include: fan.gpd\n";
+    GpdReadLimits limits;
+    limits.maxFiles = 10;
+    limits.maxIncludeDepth = 30;
+    const GpdReadResult fan = ReadGpdOEMCustomData(files, "fan.gpd", limits);
+    EXPECT_TRUE(fan.limitReached);
+    EXPECT_EQ(10u, files.reads.size());
+
+    MemoryGpdFiles big;
+    big.files["main.gpd"] = "*Include: \"a.gpd\"\n*OEMCustomData: \"MAIN\"\n";
+    big.files["a.gpd"] = std::string(100, ' ') + "\n*OEMCustomData: \"A\"\n";
+    GpdReadLimits small;
+    small.maxTotalBytes = 80;
+    const GpdReadResult r = ReadGpdOEMCustomData(big, "main.gpd", small);
+    EXPECT_TRUE(r.limitReached);
+    EXPECT_EQ("MAIN", r.text);
+}
+
+TEST(GpdReader, OverLongTextIsSkipped) {
+    GpdReadLimits limits;
+    limits.maxValueBytes = 8;
+    EXPECT_EQ("12345678", ReadMain("*OEMCustomData: \"12345678\"\n", limits).text);
+    const GpdReadResult quoted = ReadMain("*OEMCustomData: \"123456789\"\n", limits);
+    EXPECT_FALSE(quoted.found);
+    EXPECT_EQ(1u, quoted.badEntries);
+    const GpdReadResult joined = ReadMain("*OEMCustomData: \"12345\" \"6789\"\n", limits);
+    EXPECT_FALSE(joined.found);
+    const GpdReadResult hex = ReadMain("*OEMCustomData: <41424344 45464748 49>\n", limits);
+    EXPECT_FALSE(hex.found);
+}
+
+}  // namespace
