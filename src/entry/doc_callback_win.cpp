@@ -1,0 +1,80 @@
+// The document properties callback: apply, page activation and the Reset Default request.
+#include "entry/doc_callback_win.h"
+
+#include <cstring>
+
+#include "entry/oem_ui_state.h"
+#include "pages/page_context.h"
+#include "pages/save_settings_win.h"
+#include "infra/log.h"
+#include "settings/ui_device_common.h"
+
+namespace {
+
+const char kCallbackName[] = "OEMDocUICallBack";
+
+// The framework's record is ours only when it carries our signature and room for the whole
+// record; anything else is left untouched.
+bool IsOurRecord(const void* record) {
+    OEM_DMEXTRAHEADER header;
+    std::memcpy(&header, record, sizeof header);
+    return header.dwSignature == KIVITEM_SIGNATURE && header.dwSize >= OEMDEV_SIZE;
+}
+
+// Apply: a pending Reset Default writes the model's defaults; otherwise the visited pages are
+// checked, read back and saved. The state comes from the page block when a plug-in page was
+// opened, else from pOEMUserData, so apply saves even when no plug-in page was shown.
+LONG ApplyNow(HWND hDlg, POEMCUIPPARAM param) {
+    PageContext* block = FindPageBlock(hDlg);
+    OemUiState* state = block != nullptr ? block->pOemUiState : nullptr;
+    if (state == nullptr && param != nullptr)
+        state = static_cast<OemUiState*>(param->pOEMUserData);
+    OemDevPayload* body = nullptr;
+    if (param != nullptr && param->pOEMDM != nullptr && IsOurRecord(param->pOEMDM)) {
+        body = reinterpret_cast<OemDevPayload*>(static_cast<uint8_t*>(param->pOEMDM) +
+                                                OEMDEV_HEADER_SIZE);
+    }
+    if (block != nullptr && block->m_bResetRequested != 0) {
+        TheLog().Write(kLogInfo, kCallbackName, "RESET Settings to DEFAULT");
+        block->m_bResetRequested = 0;
+        if (state != nullptr && state->device && body != nullptr) {
+            state->device->FillOEMDEVWithDeviceValues(*body, 1);
+        }
+        return CPSUICB_ACTION_NONE;
+    }
+    return SaveSettingsPublicDM(block, state, body, param);
+}
+
+}  // namespace
+
+PageContext* FindPageBlock(HWND hDlg) {
+    if (hDlg == nullptr)
+        return nullptr;
+    HWND sheet = GetParent(hDlg);
+    if (sheet == nullptr)
+        return nullptr;
+    return reinterpret_cast<PageContext*>(GetWindowLongPtrW(sheet, GWLP_USERDATA));
+}
+
+LONG APIENTRY OEMDocUICallBack(PCPSUICBPARAM pCallbackParam, POEMCUIPPARAM pOEMUIParam) {
+    if (pCallbackParam == nullptr)
+        return CPSUICB_ACTION_NONE;
+    switch (pCallbackParam->Reason) {
+        case CPSUICB_REASON_APPLYNOW:
+            TheLog().Write(kLogDetail, kCallbackName, "CPSUICB_REASON_APPLYNOW");
+            return ApplyNow(pCallbackParam->hDlg, pOEMUIParam);
+        case CPSUICB_REASON_SETACTIVE:
+            TheLog().Write(kLogDetail, kCallbackName, "CPSUICB_REASON_SETACTIVE");
+            if (PageContext* block = FindPageBlock(pCallbackParam->hDlg);
+                block != nullptr && block->pfnComPropSheet != nullptr) {
+                // Asks for the page count; kept from the shipped driver, the answer is unused.
+                block->pfnComPropSheet(block->hComPropSheet, CPSFUNC_GET_PAGECOUNT, 0, 0);
+            }
+            return CPSUICB_ACTION_NONE;
+        case CPSUICB_REASON_KILLACTIVE:
+            TheLog().Write(kLogDetail, kCallbackName, "CPSUICB_REASON_KILLACTIVE");
+            return CPSUICB_ACTION_NONE;
+        default:
+            return CPSUICB_ACTION_NONE;
+    }
+}

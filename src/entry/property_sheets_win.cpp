@@ -1,0 +1,153 @@
+// The document property sheet: registering the plug-in's pages and answering the sheet's reasons.
+#include "entry/property_sheets_win.h"
+
+#include <cstddef>
+
+#include "entry/intrface.h"
+#include "entry/page_registration.h"
+#include "infra/log.h"
+#include "pages/page_context.h"
+#include "pages/page_framework_win.h"
+#include "settings/ui_device_common.h"
+
+namespace {
+
+const char kFn[] = "hrOEMDocumentPropertySheets";
+
+uint32_t g_adminMode = 0;
+uint32_t* g_keptAdminFlag = nullptr;
+
+// The framework is handed full-size (version 4) pages; mingw-w64's declaration stops before the
+// header bitmap, the last member.
+struct PropSheetPageV4 {
+    PROPSHEETPAGEW page;
+    HBITMAP hbmHeader;
+};
+static_assert(sizeof(PropSheetPageV4) == 104);
+static_assert(offsetof(PropSheetPageV4, hbmHeader) == 96);
+
+// The dialog procedure of each page that exists so far; a page without one is not added.
+DLGPROC PageProcedure(PageId page) {
+    switch (page) {
+        case PageId::kPrint:
+            return DevicePropPageDocPrint;
+        case PageId::kPrintAdjust:
+            return DevicePropPageDocPrintAdjust;
+        default:
+            return nullptr;
+    }
+}
+
+void RegisterPages(PPROPSHEETUI_INFO info, POEMUIPSPARAM psp, OemUiState* state,
+                   uint32_t* adminFlag, uint32_t lmAvailable, uint32_t lmBidi, uint32_t lmEnable) {
+    auto* block = static_cast<PageContext*>(
+        HeapAlloc(psp->hOEMHeap, HEAP_ZERO_MEMORY, kPageContextBlockSize));
+    if (block == nullptr) {
+        TheLog().Write(kLogError, kFn, "page block allocation failed.");
+        return;
+    }
+    uint8_t flags[kCapabilityFlagCount];
+    UiDeviceCommon* device = state != nullptr ? state->device.get() : nullptr;
+    if (device != nullptr) {
+        for (size_t i = 0; i < kCapabilityFlagCount; ++i)
+            flags[i] = device->GetCapabilityFlag(i);
+    }
+    const bool admin = adminFlag != nullptr && *adminFlag != 0;
+    for (const PageRegistration& reg :
+         PagesToRegister(device != nullptr ? flags : nullptr, admin)) {
+        DLGPROC procedure = PageProcedure(reg.page);
+        if (procedure == nullptr)
+            continue;
+        PropSheetPageV4 full{};
+        PROPSHEETPAGEW& page = full.page;
+        page.dwSize = sizeof full;
+        page.hInstance = KivModuleHandle();
+        page.pszTemplate = MAKEINTRESOURCEW(reg.dialogId);
+        page.pfnDlgProc = procedure;
+        page.lParam = reinterpret_cast<LPARAM>(block);
+        info->pfnComPropSheet(info->hComPropSheet, CPSFUNC_ADD_PROPSHEETPAGEW,
+                              reinterpret_cast<LPARAM>(&page), 0);
+        TheLog().Write(kLogDetail, kFn, "%s", reg.logText);
+    }
+    block->hComPropSheet = info->hComPropSheet;
+    block->pOEMUIPSParam = psp;
+    block->pfnComPropSheet = info->pfnComPropSheet;
+    block->pOemUiState = state;
+    block->lmAvailable = lmAvailable;
+    block->lmBidi = lmBidi;
+    block->lmEnable = lmEnable;
+    block->m_bAdminMode = admin ? 1 : 0;
+    if (state != nullptr)
+        state->pageBlock = block;
+}
+
+void FreePageBlock(PPROPSHEETUI_INFO info, OemUiState* state) {
+    if (state == nullptr || state->pageBlock == nullptr)
+        return;
+    auto* block = static_cast<PageContext*>(state->pageBlock);
+    auto* psp = reinterpret_cast<POEMUIPSPARAM>(info->lParamInit);
+    if (psp == nullptr)
+        psp = block->pOEMUIPSParam;
+    if (psp != nullptr && psp->hOEMHeap != nullptr)
+        HeapFree(psp->hOEMHeap, 0, block);
+    state->pageBlock = nullptr;
+}
+
+}  // namespace
+
+uint32_t* ModuleAdminFlag() {
+    return &g_adminMode;
+}
+uint32_t* KeptAdminFlag() {
+    return g_keptAdminFlag;
+}
+
+HRESULT hrOEMDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam,
+                                    IPrintOemDriverUI* helper, OemUiState* state,
+                                    uint32_t* adminFlag, uint32_t lmAvailable, uint32_t lmBidi,
+                                    uint32_t lmEnable) {
+    g_keptAdminFlag = adminFlag;
+    if (pPSUIInfo == nullptr || pPSUIInfo->Version != PROPSHEETUI_INFO_VERSION) {
+        TheLog().Write(kLogError, kFn, "ERROR_INVALID_PARAMETER.");
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return E_FAIL;
+    }
+    switch (pPSUIInfo->Reason) {
+        case PROPSHEETUI_REASON_INIT: {
+            TheLog().Write(kLogInfo, kFn, "PROPSHEETUI_REASON_INIT");
+            auto* psp = reinterpret_cast<POEMUIPSPARAM>(pPSUIInfo->lParamInit);
+            if (psp != nullptr && pPSUIInfo->pfnComPropSheet != nullptr) {
+                RegisterPages(pPSUIInfo, psp, state, adminFlag, lmAvailable, lmBidi, lmEnable);
+            } else {
+                TheLog().Write(kLogError, kFn, "no sheet parameters, no pages added.");
+            }
+            pPSUIInfo->Result = 0;
+            break;
+        }
+        case PROPSHEETUI_REASON_GET_INFO_HEADER:
+            TheLog().Write(kLogInfo, kFn, "PROPSHEETUI_REASON_GET_INFO_HEADER");
+            pPSUIInfo->Result = 1;
+            break;
+        case PROPSHEETUI_REASON_DESTROY:
+            TheLog().Write(kLogInfo, kFn, "PROPSHEETUI_REASON_DESTROY");
+            FreePageBlock(pPSUIInfo, state);
+            pPSUIInfo->Result = 1;
+            break;
+        case PROPSHEETUI_REASON_SET_RESULT:
+            TheLog().Write(kLogInfo, kFn, "PROPSHEETUI_REASON_SET_RESULT");
+            pPSUIInfo->Result = lParam != 0 ? reinterpret_cast<PSETRESULT_INFO>(lParam)->Result : 0;
+            break;
+        case PROPSHEETUI_REASON_GET_ICON:
+            TheLog().Write(kLogInfo, kFn, "PROPSHEETUI_REASON_GET_ICON");
+            pPSUIInfo->Result = 0;
+            break;
+        case PROPSHEETUI_REASON_BEFORE_INIT:
+            TheLog().Write(kLogInfo, kFn, "PROPSHEETUI_REASON_BEFORE_INIT");
+            pPSUIInfo->Result = 1;
+            break;
+        default:
+            pPSUIInfo->Result = 0;
+            break;
+    }
+    return S_OK;
+}

@@ -1,0 +1,447 @@
+// The page framework: page identities, state lookup, control helpers, help balloons and pictures.
+#include "pages/page_framework_win.h"
+
+#include <climits>
+#include <cstring>
+#include <iterator>
+#include <optional>
+#include <vector>
+
+#include "infra/log.h"
+
+// The few GDI+ flat functions the pictures need. The C++ wrapper header drags in min/max
+// macros and classes this code does not use; the flat exports are plain C.
+extern "C" {
+struct KivGdiplusStartupInput {
+    UINT32 GdiplusVersion;
+    void* DebugEventCallback;
+    BOOL SuppressBackgroundThread;
+    BOOL SuppressExternalCodecs;
+};
+using GpStatus = int;
+using GpImage = void;
+using GpBitmap = void;
+using GpGraphics = void;
+using GpBrush = void;
+GpStatus WINAPI GdiplusStartup(ULONG_PTR* token, const KivGdiplusStartupInput* input, void* output);
+void WINAPI GdiplusShutdown(ULONG_PTR token);
+GpStatus WINAPI GdipLoadImageFromStream(IStream* stream, GpImage** image);
+GpStatus WINAPI GdipLoadImageFromFile(const WCHAR* filename, GpImage** image);
+GpStatus WINAPI GdipGetImageWidth(GpImage* image, UINT* width);
+GpStatus WINAPI GdipGetImageHeight(GpImage* image, UINT* height);
+GpStatus WINAPI GdipDisposeImage(GpImage* image);
+GpStatus WINAPI GdipCreateBitmapFromScan0(INT width, INT height, INT stride, INT format,
+                                          BYTE* scan0, GpBitmap** bitmap);
+GpStatus WINAPI GdipGetImageGraphicsContext(GpImage* image, GpGraphics** graphics);
+GpStatus WINAPI GdipCreateSolidFill(DWORD color, GpBrush** brush);
+GpStatus WINAPI GdipDeleteBrush(GpBrush* brush);
+GpStatus WINAPI GdipFillRectangleI(GpGraphics* graphics, GpBrush* brush, INT x, INT y, INT width,
+                                   INT height);
+GpStatus WINAPI GdipSetInterpolationMode(GpGraphics* graphics, INT mode);
+GpStatus WINAPI GdipDrawImageRectI(GpGraphics* graphics, GpImage* image, INT x, INT y, INT width,
+                                   INT height);
+GpStatus WINAPI GdipDeleteGraphics(GpGraphics* graphics);
+GpStatus WINAPI GdipCreateHBITMAPFromBitmap(GpBitmap* bitmap, HBITMAP* hbitmap, DWORD background);
+}
+
+namespace {
+
+constexpr GpStatus kGdipOk = 0;
+constexpr GpStatus kGdipGenericError = 1;
+constexpr GpStatus kGdipInvalidParameter = 2;
+constexpr GpStatus kGdipOutOfMemory = 3;
+constexpr INT kPixelFormat24bppRGB = 0x00021808;
+constexpr INT kInterpolationHighQualityBicubic = 7;
+constexpr DWORD kWhite = 0xFFFFFFFF;
+
+// Slot names double as the names Apply logs when it visits a page.
+const PageIdentity kPageIdentities[] = {
+    {"DevicePropPageDocPrint", "m_hDlgDocPrint", "ReMap hDlgDocPrint", &PageContext::m_hDlgDocPrint,
+     &PageContext::m_bInitDocPrint},
+    {"DevicePropPageDocPrintAdjust", "m_hDlgDocPrintAdjust", "ReMap hDlgDocPrintAdjust",
+     &PageContext::m_hDlgDocPrintAdjust, &PageContext::m_bInitDocPrintAdjust},
+    {"DevicePropPageDocCutMove", "m_hDlgDocCutMove", "ReMap hDlgDocCutMove",
+     &PageContext::m_hDlgDocCutMove, &PageContext::m_bInitDocCutMove},
+    {"DevicePropPageDocAccessories", "m_hDlgDocAccessories", "ReMap hDlgDocAccessories",
+     &PageContext::m_hDlgDocAccessories, &PageContext::m_bInitDocAccessories},
+    {"DevicePropPageDocPeripherals", "m_hDlgDocPeripherals", "ReMap hDlgDocPeripherals",
+     &PageContext::m_hDlgDocPeripherals, &PageContext::m_bInitDocPeripherals},
+    {"DevicePropPageDocPresentation", "m_hDlgDocPresentation", "ReMap hDlgDocPresentation",
+     &PageContext::m_hDlgDocPresentation, &PageContext::m_bInitDocPresentation},
+    {"DevicePropPageDocWatermark", "m_hDlgDocWatermark", "ReMap hDlgDocWatermark",
+     &PageContext::m_hDlgDocWatermark, &PageContext::m_bInitDocWatermark},
+    {"DevicePropPageDocCoupon", "m_hDlgDocCoupon", "ReMap hDlgDocCoupon",
+     &PageContext::m_hDlgDocCoupon, &PageContext::m_bInitDocCoupon},
+    {"DevicePropPageDocLogo", "m_hDlgDocLogo", "ReMap hDlgDocLogo", &PageContext::m_hDlgDocLogo,
+     &PageContext::m_bInitDocLogo},
+    {"DevicePropPageDocConsole", "m_hDlgDocConsole", "ReMap hDlgDocConsole",
+     &PageContext::m_hDlgDocConsole, &PageContext::m_bInitDocConsole},
+    {"DevicePropPageDocAdmin", "m_hDlgDocAdmin", "ReMap hDlgDocAdmin", &PageContext::m_hDlgDocAdmin,
+     &PageContext::m_bInitDocAdmin},
+    {"DevicePropPageDocVersion", "m_hDlgDocVersion", "ReMap hDlgDocVersion",
+     &PageContext::m_hDlgDocVersion, &PageContext::m_bInitDocVersion},
+};
+static_assert(std::size(kPageIdentities) == static_cast<size_t>(PageId::kVersion) + 1);
+
+// GDI+ is started for one image and shut down again, so no GDI+ state outlives a call.
+class GdiplusSession {
+  public:
+    GdiplusSession() {
+        KivGdiplusStartupInput input{1, nullptr, FALSE, FALSE};
+        started_ = GdiplusStartup(&token_, &input, nullptr) == kGdipOk;
+    }
+    ~GdiplusSession() {
+        if (started_) {
+            GdiplusShutdown(token_);
+        }
+    }
+    GdiplusSession(const GdiplusSession&) = delete;
+    GdiplusSession& operator=(const GdiplusSession&) = delete;
+    bool Started() const { return started_; }
+
+  private:
+    ULONG_PTR token_ = 0;
+    bool started_ = false;
+};
+
+// Draws `image` at the given place on a white 24-bit canvas and hands the canvas out as an
+// HBITMAP on white.
+GpStatus RenderOnWhite(GpImage* image, INT canvasWidth, INT canvasHeight, INT x, INT y, INT width,
+                       INT height, HBITMAP* out) {
+    GpBitmap* canvas = nullptr;
+    GpStatus status = GdipCreateBitmapFromScan0(canvasWidth, canvasHeight, 0, kPixelFormat24bppRGB,
+                                                nullptr, &canvas);
+    if (status != kGdipOk || canvas == nullptr) {
+        return status != kGdipOk ? status : kGdipOutOfMemory;
+    }
+    GpGraphics* graphics = nullptr;
+    status = GdipGetImageGraphicsContext(canvas, &graphics);
+    if (status == kGdipOk) {
+        GpBrush* white = nullptr;
+        status = GdipCreateSolidFill(kWhite, &white);
+        if (status == kGdipOk) {
+            GdipFillRectangleI(graphics, white, 0, 0, canvasWidth, canvasHeight);
+            GdipDeleteBrush(white);
+        }
+        GdipSetInterpolationMode(graphics, kInterpolationHighQualityBicubic);
+        status = GdipDrawImageRectI(graphics, image, x, y, width, height);
+        GdipDeleteGraphics(graphics);
+    }
+    if (status == kGdipOk) {
+        status = GdipCreateHBITMAPFromBitmap(canvas, out, kWhite);
+    }
+    GdipDisposeImage(canvas);
+    return status;
+}
+
+IStream* StreamOverResource(HMODULE module, int resourceId, const wchar_t* typeName) {
+    HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(resourceId), typeName);
+    if (resource == nullptr) {
+        return nullptr;
+    }
+    DWORD size = SizeofResource(module, resource);
+    HGLOBAL loaded = LoadResource(module, resource);
+    const void* data = loaded != nullptr ? LockResource(loaded) : nullptr;
+    if (data == nullptr || size == 0) {
+        return nullptr;
+    }
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
+    if (block == nullptr) {
+        return nullptr;
+    }
+    void* target = GlobalLock(block);
+    if (target == nullptr) {
+        GlobalFree(block);
+        return nullptr;
+    }
+    std::memcpy(target, data, size);
+    GlobalUnlock(block);
+    IStream* stream = nullptr;
+    if (FAILED(CreateStreamOnHGlobal(block, TRUE, &stream)) || stream == nullptr) {
+        GlobalFree(block);
+        return nullptr;
+    }
+    return stream;
+}
+
+}  // namespace
+
+const PageIdentity& PageIdentityOf(PageId page) {
+    return kPageIdentities[static_cast<size_t>(page)];
+}
+
+bool LookUpPageContext(HWND hDlg, PageId page, PageContext** context) {
+    const PageIdentity& identity = PageIdentityOf(page);
+    PageContext* found = hDlg != nullptr
+                             ? reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER))
+                             : nullptr;
+    if (found != nullptr && hDlg != nullptr) {
+        HWND& slot = found->*identity.slot;
+        if (slot == nullptr) {
+            slot = hDlg;
+        } else if (slot != hDlg) {
+            slot = hDlg;
+            TheLog().Write(kLogInfo, identity.logName, "%s", identity.remapText);
+        }
+    }
+    *context = found;
+    if (hDlg == nullptr) {
+        TheLog().Write(kLogInfo, identity.logName, "hDlg NULL");
+        return false;
+    }
+    return true;
+}
+
+PageContext* AttachPageContext(HWND hDlg, LPARAM lParam) {
+    const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam);
+    PageContext* context = page != nullptr ? reinterpret_cast<PageContext*>(page->lParam) : nullptr;
+    SetWindowLongPtrW(hDlg, DWLP_USER, reinterpret_cast<LONG_PTR>(context));
+    if (HWND sheet = GetParent(hDlg)) {
+        SetWindowLongPtrW(sheet, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(context));
+    }
+    return context;
+}
+
+bool TakeFirstFill(PageContext* context, PageId page) {
+    if (context == nullptr) {
+        return false;
+    }
+    uint8_t& initialised = context->*PageIdentityOf(page).initialised;
+    if (initialised != 0) {
+        return false;
+    }
+    initialised = 1;
+    return true;
+}
+
+void NotifyPageChanged(HWND hDlg) {
+    SendMessageW(GetParent(hDlg), PSM_CHANGED, reinterpret_cast<WPARAM>(hDlg), 0);
+}
+
+int SetControlState(HWND hDlg, int controlId, int mode) {
+    HWND control = GetDlgItem(hDlg, controlId);
+    if (control == nullptr) {
+        return 0;
+    }
+    switch (mode) {
+        case kControlShow:
+            ShowWindow(control, SW_SHOWNORMAL);
+            break;
+        case kControlHide:
+            ShowWindow(control, SW_HIDE);
+            break;
+        case kControlEnable:
+            EnableWindow(control, TRUE);
+            break;
+        case kControlDisable:
+            EnableWindow(control, FALSE);
+            break;
+        default:
+            break;
+    }
+    return 1;
+}
+
+int IsControlEnabled(HWND hDlg, int controlId) {
+    HWND control = GetDlgItem(hDlg, controlId);
+    return control == nullptr ? 0 : IsWindowEnabled(control);
+}
+
+void FillComboFromLabels(HWND hDlg, int comboId, const LabelList& labels, int selection) {
+    SendDlgItemMessageW(hDlg, comboId, CB_RESETCONTENT, 0, 0);
+    for (const std::string& label : labels) {
+        std::wstring wide = WidenText(label);
+        SendDlgItemMessageW(hDlg, comboId, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(wide.c_str()));
+    }
+    SendDlgItemMessageW(hDlg, comboId, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
+}
+
+int ComboSelection(HWND hDlg, int comboId) {
+    return static_cast<int>(SendDlgItemMessageW(hDlg, comboId, CB_GETCURSEL, 0, 0));
+}
+
+bool IsChecked(HWND hDlg, int buttonId) {
+    return SendDlgItemMessageW(hDlg, buttonId, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void SetChecked(HWND hDlg, int buttonId, bool checked) {
+    SendDlgItemMessageW(hDlg, buttonId, BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);
+}
+
+void SetUpTrackbar(HWND hDlg, int trackbarId, int labelId, const TrackbarView& view) {
+    SendDlgItemMessageW(hDlg, trackbarId, TBM_SETRANGE, TRUE, MAKELPARAM(view.min, view.max));
+    SendDlgItemMessageW(hDlg, trackbarId, TBM_SETLINESIZE, 0, 1);
+    SendDlgItemMessageW(hDlg, trackbarId, TBM_SETTICFREQ, 1, 0);
+    SendDlgItemMessageW(hDlg, trackbarId, TBM_SETPOS, TRUE, view.position);
+    WriteControlText(hDlg, labelId, view.label);
+}
+
+void SetTrackbarPosition(HWND hDlg, int trackbarId, int labelId, int position) {
+    SendDlgItemMessageW(hDlg, trackbarId, TBM_SETPOS, TRUE, position);
+    WriteControlText(hDlg, labelId, TrackbarLabel(position));
+}
+
+int TrackbarPosition(HWND hDlg, int trackbarId) {
+    return static_cast<int>(SendDlgItemMessageW(hDlg, trackbarId, TBM_GETPOS, 0, 0));
+}
+
+std::wstring WidenText(std::string_view text) {
+    if (text.empty()) {
+        return std::wstring();
+    }
+    int length =
+        MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
+    std::wstring wide(static_cast<size_t>(length > 0 ? length : 0), L'\0');
+    if (length > 0) {
+        MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()), wide.data(),
+                            length);
+    }
+    return wide;
+}
+
+std::string NarrowText(std::wstring_view text) {
+    if (text.empty()) {
+        return std::string();
+    }
+    int length = WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr,
+                                     0, nullptr, nullptr);
+    std::string narrow(static_cast<size_t>(length > 0 ? length : 0), '\0');
+    if (length > 0) {
+        WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), narrow.data(),
+                            length, nullptr, nullptr);
+    }
+    return narrow;
+}
+
+std::string ReadControlText(HWND hDlg, int controlId, int bufferChars) {
+    if (bufferChars <= 0) {
+        return std::string();
+    }
+    std::vector<wchar_t> buffer(static_cast<size_t>(bufferChars) + 1, L'\0');
+    LRESULT copied =
+        SendDlgItemMessageW(hDlg, controlId, WM_GETTEXT, static_cast<WPARAM>(bufferChars),
+                            reinterpret_cast<LPARAM>(buffer.data()));
+    size_t length = copied > 0 ? static_cast<size_t>(copied) : 0;
+    if (length >= static_cast<size_t>(bufferChars)) {
+        length = static_cast<size_t>(bufferChars) - 1;
+    }
+    return NarrowText(std::wstring_view(buffer.data(), length));
+}
+
+void WriteControlText(HWND hDlg, int controlId, std::string_view text) {
+    std::wstring wide = WidenText(text);
+    SendDlgItemMessageW(hDlg, controlId, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
+}
+
+HWND CreateHelpTooltip(int controlId, HWND hDlg, const wchar_t* text) {
+    if (controlId == 0 || hDlg == nullptr || text == nullptr) {
+        return nullptr;
+    }
+    HWND control = GetDlgItem(hDlg, controlId);
+    HWND tip = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_BALLOON | TTS_ALWAYSTIP,
+                               CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hDlg,
+                               nullptr, nullptr, nullptr);
+    if (control == nullptr || tip == nullptr) {
+        return nullptr;
+    }
+    TOOLINFOW tool{};
+    // The common-controls 5 size is accepted by every version; the full size is refused where
+    // the host process runs without the version 6 manifest.
+    tool.cbSize = TTTOOLINFOW_V2_SIZE;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = hDlg;
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = const_cast<wchar_t*>(text);
+    SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, 500);
+    SendMessageW(tip, TTM_SETDELAYTIME, TTDT_AUTOPOP, MAKELPARAM(30000, 0));
+    SendMessageW(tip, TTM_SETDELAYTIME, TTDT_RESHOW, MAKELPARAM(10, 0));
+    return tip;
+}
+
+void PopUpHelp(int controlId, HWND hDlg, const wchar_t* text) {
+    if (HWND tip = CreateHelpTooltip(controlId, hDlg, text)) {
+        SendMessageW(tip, TTM_POPUP, 0, 0);
+    }
+}
+
+HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeName) {
+    std::wstring type = WidenText(typeName != nullptr ? typeName : "");
+    GdiplusSession session;
+    if (!session.Started()) {
+        return nullptr;
+    }
+    GpImage* image = nullptr;
+    GpStatus status = kGdipOutOfMemory;
+    if (IStream* stream = StreamOverResource(module, resourceId, type.c_str())) {
+        status = GdipLoadImageFromStream(stream, &image);
+        stream->Release();
+    }
+    HBITMAP bitmap = nullptr;
+    if (status == kGdipOk && image != nullptr) {
+        UINT width = 0;
+        UINT height = 0;
+        GdipGetImageWidth(image, &width);
+        GdipGetImageHeight(image, &height);
+        if (width == 0 || height == 0 || width > INT_MAX || height > INT_MAX) {
+            status = kGdipGenericError;
+        } else {
+            const INT w = static_cast<INT>(width);
+            const INT h = static_cast<INT>(height);
+            status = RenderOnWhite(image, w, h, 0, 0, w, h, &bitmap);
+        }
+        GdipDisposeImage(image);
+    }
+    return status == kGdipOk ? bitmap : nullptr;
+}
+
+HBITMAP LoadPreviewBitmap(const std::string& path, int boxWidth, int boxHeight) {
+    std::wstring widePath = WidenText(path);
+    DWORD attributes = GetFileAttributesW(widePath.c_str());
+    if (widePath.empty() || attributes == INVALID_FILE_ATTRIBUTES) {
+        return nullptr;
+    }
+    if (boxWidth <= 0 || boxHeight <= 0) {
+        return nullptr;
+    }
+    GdiplusSession session;
+    if (!session.Started()) {
+        return nullptr;
+    }
+    GpImage* image = nullptr;
+    if (GdipLoadImageFromFile(widePath.c_str(), &image) != kGdipOk || image == nullptr) {
+        return nullptr;
+    }
+    UINT width = 0;
+    UINT height = 0;
+    GdipGetImageWidth(image, &width);
+    GdipGetImageHeight(image, &height);
+    HBITMAP bitmap = nullptr;
+    GpStatus status = kGdipInvalidParameter;
+    if (std::optional<PreviewPlacement> place = FitPreview(boxWidth, boxHeight, width, height)) {
+        status = RenderOnWhite(image, boxWidth, boxHeight, place->x, place->y, place->width,
+                               place->height, &bitmap);
+    }
+    GdipDisposeImage(image);
+    return status == kGdipOk ? bitmap : nullptr;
+}
+
+void SetPicture(HWND hDlg, int pictureId, int pngId) {
+    HMODULE module = reinterpret_cast<HMODULE>(GetWindowLongPtrW(hDlg, GWLP_HINSTANCE));
+    HBITMAP bitmap = LoadPngResourceBitmap(module, pngId, "PNG");
+    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(SendDlgItemMessageW(
+        hDlg, pictureId, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
+    if (previous != nullptr && previous != bitmap) {
+        DeleteObject(previous);
+    }
+}
+
+void ReleasePictures(HWND hDlg, const int* pictureIds, size_t count) {
+    for (size_t i = 0; i < count; ++i) {
+        HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
+            SendDlgItemMessageW(hDlg, pictureIds[i], STM_SETIMAGE, IMAGE_BITMAP, 0));
+        if (previous != nullptr) {
+            DeleteObject(previous);
+        }
+    }
+}

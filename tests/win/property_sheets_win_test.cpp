@@ -1,0 +1,109 @@
+// The plug-in's page registration as the common property sheet sees it, with a recording sheet.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "kivui_dll_win.h"
+
+namespace {
+
+struct AddedPage {
+    UINT function;
+    DWORD size;
+    int templateId;
+    LPARAM block;
+    bool hasProcedure;
+};
+std::vector<AddedPage> g_added;
+
+LONG_PTR CALLBACK RecordingSheet(HANDLE, UINT function, LPARAM lParam1, LPARAM) {
+    const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam1);
+    g_added.push_back(
+        {function, page != nullptr ? page->dwSize : 0,
+         page != nullptr ? static_cast<int>(reinterpret_cast<ULONG_PTR>(page->pszTemplate)) : 0,
+         page != nullptr ? page->lParam : 0, page != nullptr && page->pfnDlgProc != nullptr});
+    return static_cast<LONG_PTR>(g_added.size());
+}
+
+TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) {
+    ASSERT_TRUE(KivUiDll::Get().Loaded());
+    ComRef<IPrintOemUI> ui(KivUiDll::Get().CreateOemUI());
+    ASSERT_NE(nullptr, ui.get());
+
+    HANDLE heap = HeapCreate(0, 0, 0);
+    OEMUIPSPARAM psp{};
+    psp.cbSize = sizeof psp;
+    psp.hOEMHeap = heap;
+    PROPSHEETUI_INFO info{};
+    info.cbSize = sizeof info;
+    info.Version = PROPSHEETUI_INFO_VERSION;
+    info.Reason = PROPSHEETUI_REASON_INIT;
+    info.hComPropSheet = reinterpret_cast<HANDLE>(0x43440001);
+    info.pfnComPropSheet = RecordingSheet;
+    info.lParamInit = reinterpret_cast<LPARAM>(&psp);
+    info.Result = 77;
+    g_added.clear();
+
+    ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+    EXPECT_EQ(0u, info.Result);
+    // No capability object yet: every page that exists is added, in the registration order.
+    ASSERT_EQ(2u, g_added.size());
+    EXPECT_EQ(9, g_added[0].templateId);
+    EXPECT_EQ(108, g_added[1].templateId);
+    for (const AddedPage& page : g_added) {
+        EXPECT_EQ(static_cast<UINT>(CPSFUNC_ADD_PROPSHEETPAGEW), page.function);
+        EXPECT_EQ(104u, page.size);
+        EXPECT_TRUE(page.hasProcedure);
+        EXPECT_EQ(g_added[0].block, page.block) << "every page shares one block";
+    }
+    // The block's head: sheet handle, parameters, sheet function.
+    const auto* head = reinterpret_cast<const void* const*>(g_added[0].block);
+    EXPECT_EQ(info.hComPropSheet, head[0]);
+    EXPECT_EQ(&psp, head[1]);
+    EXPECT_EQ(reinterpret_cast<void*>(RecordingSheet), head[2]);
+    EXPECT_TRUE(HeapValidate(heap, 0, reinterpret_cast<void*>(g_added[0].block)));
+
+    info.Reason = PROPSHEETUI_REASON_DESTROY;
+    ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+    EXPECT_EQ(1u, info.Result);
+    // A second destroy finds nothing left to free.
+    info.Result = 0;
+    ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+    EXPECT_EQ(1u, info.Result);
+    HeapDestroy(heap);
+}
+
+TEST(PropertySheetsWin, ReasonsWithoutAction) {
+    ASSERT_TRUE(KivUiDll::Get().Loaded());
+    ComRef<IPrintOemUI> ui(KivUiDll::Get().CreateOemUI());
+    ASSERT_NE(nullptr, ui.get());
+    struct Case {
+        WORD reason;
+        ULONG_PTR result;
+    };
+    const Case cases[] = {{PROPSHEETUI_REASON_GET_INFO_HEADER, 1},
+                          {PROPSHEETUI_REASON_GET_ICON, 0},
+                          {PROPSHEETUI_REASON_BEFORE_INIT, 1},
+                          {9, 0}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.reason);
+        PROPSHEETUI_INFO info{};
+        info.cbSize = sizeof info;
+        info.Version = PROPSHEETUI_INFO_VERSION;
+        info.Reason = c.reason;
+        info.Result = 55;
+        EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+        EXPECT_EQ(c.result, info.Result);
+    }
+    SETRESULT_INFO setResult{};
+    setResult.cbSize = sizeof setResult;
+    setResult.Result = 1234;
+    PROPSHEETUI_INFO info{};
+    info.cbSize = sizeof info;
+    info.Version = PROPSHEETUI_INFO_VERSION;
+    info.Reason = PROPSHEETUI_REASON_SET_RESULT;
+    EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, reinterpret_cast<LPARAM>(&setResult)));
+    EXPECT_EQ(1234u, info.Result);
+}
+
+}  // namespace
