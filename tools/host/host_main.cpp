@@ -1,0 +1,531 @@
+// kivhost: plays the universal printer driver's part around the KivUI plug-in under Wine.
+//
+// The universal driver does not exist under Wine, so this program installs the model's driver
+// package into Wine's spooler and then calls the plug-in exactly through its public contract:
+// the exported class factory, IPrintOemUI, the devmode services, the common UI entry and the
+// apply callback. It prints the resulting settings record field by field and the log lines
+// the run produced. Every failed step ends the program with a message and a non-zero code.
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "devmode_file.h"
+#include "host_driver_ui.h"
+#include "host_options.h"
+#include "settings/record_dump.h"
+#include "win/oem_framework.h"
+#include "wine_printer.h"
+
+namespace {
+
+constexpr wchar_t kConfigRoot[] = L"Software\\Orvane\\Kiv\\";
+constexpr wchar_t kDefaultLogFolder[] = L"%ALLUSERSPROFILE%\\ORVANE\\KIV\\Logs";
+constexpr size_t kMaxLogBytesShown = 1u << 20;
+
+std::string Utf8(const std::wstring& w) {
+    if (w.empty())
+        return {};
+    const int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), nullptr, 0,
+                                      nullptr, nullptr);
+    std::string s(static_cast<size_t>(n), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), s.data(), n, nullptr,
+                        nullptr);
+    return s;
+}
+
+void Out(const char* format, ...) __attribute__((format(gnu_printf, 1, 2)));
+void Out(const char* format, ...) {
+    va_list args;
+    va_start(args, format);
+    std::vprintf(format, args);
+    va_end(args);
+    std::fflush(stdout);
+}
+
+bool Fail(const char* step, const std::wstring& why) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "kivhost: error: %s: %s\n", step, Utf8(why).c_str());
+    std::fflush(stderr);
+    return false;
+}
+
+int FailExit(const char* step, const std::wstring& why) {
+    Fail(step, why);
+    return 2;
+}
+
+std::wstring Hr(HRESULT hr) {
+    wchar_t buf[16];
+    std::swprintf(buf, 16, L"0x%08lX", static_cast<unsigned long>(hr));
+    return buf;
+}
+
+std::wstring Expand(const std::wstring& text) {
+    std::vector<wchar_t> buf(2048);
+    const DWORD n =
+        ExpandEnvironmentStringsW(text.c_str(), buf.data(), static_cast<DWORD>(buf.size()));
+    return (n == 0 || n > buf.size()) ? text : std::wstring(buf.data());
+}
+
+bool WriteVerbosity(const std::wstring& printer, DWORD verbosity, std::wstring& error) {
+    const std::wstring key = kConfigRoot + printer;
+    HKEY h = nullptr;
+    LSTATUS rc = RegCreateKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0,
+                                 KEY_WRITE | KEY_WOW64_64KEY, nullptr, &h, nullptr);
+    if (rc == ERROR_SUCCESS) {
+        rc = RegSetValueExW(h, L"LogVerbosity_UiUni", 0, REG_DWORD,
+                            reinterpret_cast<const BYTE*>(&verbosity), sizeof verbosity);
+        RegCloseKey(h);
+    }
+    if (rc != ERROR_SUCCESS)
+        error = L"HKCU\\" + key + L": " + Win32ErrorText(rc);
+    return rc == ERROR_SUCCESS;
+}
+
+// The plug-in's log file: its configured folder (default when absent), printer + "_UI.log".
+std::wstring LogFilePath(const std::wstring& printer) {
+    std::wstring folder = kDefaultLogFolder;
+    const std::wstring key = kConfigRoot + printer;
+    wchar_t buf[1024] = {};
+    DWORD size = sizeof buf - sizeof(wchar_t);
+    DWORD type = 0;
+    HKEY h = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ | KEY_WOW64_64KEY, &h) ==
+        ERROR_SUCCESS) {
+        if (RegQueryValueExW(h, L"LogFolder", nullptr, &type, reinterpret_cast<BYTE*>(buf),
+                             &size) == ERROR_SUCCESS &&
+            type == REG_SZ && buf[0] != L'\0')
+            folder = buf;
+        RegCloseKey(h);
+    }
+    return Expand(folder) + L"\\" + printer + L"_UI.log";
+}
+
+// Size of a file, 0 when it does not exist.
+ULONGLONG FileSize(const std::wstring& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
+        return 0;
+    return (static_cast<ULONGLONG>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+}
+
+// The lines of `path` after byte `from` (the whole file when it shrank), bounded.
+std::vector<std::string> LinesAfter(const std::wstring& path, ULONGLONG from) {
+    std::vector<std::string> lines;
+    HANDLE f = CreateFileW(path.c_str(), GENERIC_READ,
+                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (f == INVALID_HANDLE_VALUE)
+        return lines;
+    LARGE_INTEGER size = {};
+    GetFileSizeEx(f, &size);
+    // A log that was cut at its size limit during the run started anew.
+    if (static_cast<ULONGLONG>(size.QuadPart) < from)
+        from = 0;
+    LARGE_INTEGER pos;
+    pos.QuadPart = static_cast<LONGLONG>(from);
+    SetFilePointerEx(f, pos, nullptr, FILE_BEGIN);
+    std::string text(kMaxLogBytesShown, '\0');
+    DWORD got = 0;
+    if (!ReadFile(f, text.data(), static_cast<DWORD>(text.size()), &got, nullptr))
+        got = 0;
+    CloseHandle(f);
+    text.resize(got);
+    size_t start = 0;
+    while (start < text.size()) {
+        size_t end = text.find('\n', start);
+        if (end == std::string::npos)
+            end = text.size();
+        std::string line = text.substr(start, end - start);
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        lines.push_back(std::move(line));
+        start = end + 1;
+    }
+    return lines;
+}
+
+// A public devmode as the driver would hand it: 80 mm roll paper at 203 dpi.
+DEVMODEW DefaultPublicDevmode(const std::wstring& printer) {
+    DEVMODEW dm = {};
+    wcsncpy(dm.dmDeviceName, printer.c_str(), CCHDEVICENAME - 1);
+    dm.dmSpecVersion = DM_SPECVERSION;
+    dm.dmDriverVersion = 0x0100;
+    dm.dmSize = sizeof(DEVMODEW);
+    dm.dmFields = DM_ORIENTATION | DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH | DM_COPIES |
+                  DM_PRINTQUALITY | DM_YRESOLUTION | DM_COLOR;
+    dm.dmOrientation = DMORIENT_PORTRAIT;
+    dm.dmPaperSize = DMPAPER_USER;
+    dm.dmPaperWidth = 800;
+    dm.dmPaperLength = 2970;
+    dm.dmCopies = 1;
+    dm.dmPrintQuality = 203;
+    dm.dmYResolution = 203;
+    dm.dmColor = DMCOLOR_MONOCHROME;
+    return dm;
+}
+
+using DllGetClassObjectFn = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, LPVOID*);
+using DllCanUnloadNowFn = HRESULT(STDAPICALLTYPE*)();
+
+// The plug-in as the driver holds it: module, interface, and the order they are let go.
+struct PluginSession {
+    HMODULE module = nullptr;
+    IPrintOemUI* ui = nullptr;
+    HANDLE printer = nullptr;
+    HANDLE heap = nullptr;
+
+    ~PluginSession() { Close(); }
+    void Close() {
+        if (ui != nullptr)
+            ui->Release();
+        ui = nullptr;
+        if (module != nullptr) {
+            auto canUnload = reinterpret_cast<DllCanUnloadNowFn>(
+                reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
+            // The driver frees the module whatever DllCanUnloadNow says.
+            if (canUnload != nullptr)
+                canUnload();
+            FreeLibrary(module);
+        }
+        module = nullptr;
+        if (printer != nullptr)
+            ClosePrinter(printer);
+        printer = nullptr;
+        if (heap != nullptr)
+            HeapDestroy(heap);
+        heap = nullptr;
+    }
+};
+
+bool LoadPlugin(const std::wstring& exeDir, const WinePrinterInfo& info, PluginSession& s) {
+    std::wstring path = exeDir + L"\\KivUI.dll";
+    if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
+        path = info.driverDir + L"\\KivUI.dll";
+    s.module = LoadLibraryW(path.c_str());
+    if (s.module == nullptr)
+        return Fail("load plug-in", path + L": " + Win32ErrorText(GetLastError()));
+    Out("plug-in     : %s\n", Utf8(path).c_str());
+
+    auto getClass = reinterpret_cast<DllGetClassObjectFn>(
+        reinterpret_cast<void*>(GetProcAddress(s.module, "DllGetClassObject")));
+    if (getClass == nullptr)
+        return Fail("load plug-in", L"no DllGetClassObject export");
+    IClassFactory* factory = nullptr;
+    HRESULT hr = getClass(CLSID_OEMUI, IID_IClassFactory, reinterpret_cast<void**>(&factory));
+    if (FAILED(hr) || factory == nullptr)
+        return Fail("DllGetClassObject(CLSID_OEMUI)", Hr(hr));
+    IUnknown* unknown = nullptr;
+    hr = factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(&unknown));
+    factory->Release();
+    if (FAILED(hr) || unknown == nullptr)
+        return Fail("IClassFactory::CreateInstance", Hr(hr));
+
+    // Newest interface first, as the driver asks; this plug-in is an IPrintOemUI one.
+    void* ui2 = nullptr;
+    hr = unknown->QueryInterface(IID_IPrintOemUI2, &ui2);
+    if (SUCCEEDED(hr)) {
+        static_cast<IUnknown*>(ui2)->Release();
+        unknown->Release();
+        return Fail("QueryInterface(IID_IPrintOemUI2)", L"answered, expected E_NOINTERFACE");
+    }
+    if (hr != E_NOINTERFACE) {
+        unknown->Release();
+        return Fail("QueryInterface(IID_IPrintOemUI2)", Hr(hr) + L", expected E_NOINTERFACE");
+    }
+    hr = unknown->QueryInterface(IID_IPrintOemUI, reinterpret_cast<void**>(&s.ui));
+    unknown->Release();
+    if (FAILED(hr) || s.ui == nullptr)
+        return Fail("QueryInterface(IID_IPrintOemUI)", Hr(hr));
+    Out("interface   : IPrintOemUI (IPrintOemUI2 refused with E_NOINTERFACE)\n");
+    return true;
+}
+
+bool GetInfoDword(IPrintOemUI* ui, DWORD mode, DWORD& value, const char* step) {
+    DWORD needed = 0;
+    const HRESULT hr = ui->GetInfo(mode, &value, sizeof value, &needed);
+    if (FAILED(hr))
+        return Fail(step, Hr(hr));
+    if (needed != sizeof value)
+        return Fail(step, L"needs " + std::to_wstring(needed) + L" bytes");
+    return true;
+}
+
+// DevMode SIZE, DEFAULT, then MERGE of the stored record (or of the default) into the default,
+// as the driver builds the devmode it hands to the UI.
+bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, DEVMODEW& publicDM,
+                 std::vector<uint8_t>& record, size_t& recordSize) {
+    OEMDMPARAM p = {};
+    p.cbSize = sizeof p;
+    p.hPrinter = s.printer;
+    p.hModule = s.module;
+    HRESULT hr = s.ui->DevMode(OEMDM_SIZE, &p);
+    if (FAILED(hr))
+        return Fail("DevMode(OEMDM_SIZE)", Hr(hr));
+    const DWORD size = p.cbBufSize;
+    if (size < sizeof(OEM_DMEXTRAHEADER) || size > 0xFFFF)
+        return Fail("DevMode(OEMDM_SIZE)", L"unusable size " + std::to_wstring(size));
+    Out("DevMode     : SIZE %lu bytes\n", static_cast<unsigned long>(size));
+
+    // Buffers are never smaller than the whole record, whatever a stored record claims.
+    const size_t room = size > sizeof(OEMDEV) ? size : sizeof(OEMDEV);
+    std::vector<uint8_t> defaults(room, 0);
+    p = {};
+    p.cbSize = sizeof p;
+    p.hPrinter = s.printer;
+    p.hModule = s.module;
+    p.pPublicDMIn = &publicDM;
+    p.pOEMDMOut = defaults.data();
+    p.cbBufSize = size;
+    hr = s.ui->DevMode(OEMDM_DEFAULT, &p);
+    if (FAILED(hr))
+        return Fail("DevMode(OEMDM_DEFAULT)", Hr(hr));
+
+    std::vector<uint8_t> incoming = defaults;
+    StoredDevmode stored;
+    std::wstring why;
+    switch (LoadDevmodeFile(devmodeFile, stored, why)) {
+        case DevmodeFileStatus::kLoaded:
+            publicDM = stored.publicDM;
+            std::fill(incoming.begin(), incoming.end(), 0);
+            if (stored.privateDM.size() > incoming.size())
+                incoming.resize(stored.privateDM.size());
+            std::copy(stored.privateDM.begin(), stored.privateDM.end(), incoming.begin());
+            Out("devmode     : %s (%zu private bytes read)\n", Utf8(devmodeFile).c_str(),
+                stored.privateDM.size());
+            break;
+        case DevmodeFileStatus::kAbsent:
+            Out("devmode     : %s (none yet, merging the defaults)\n", Utf8(devmodeFile).c_str());
+            break;
+        case DevmodeFileStatus::kDamaged:
+            Out("devmode     : %s damaged (%s), merging the defaults\n", Utf8(devmodeFile).c_str(),
+                Utf8(why).c_str());
+            break;
+    }
+
+    record = defaults;
+    p = {};
+    p.cbSize = sizeof p;
+    p.hPrinter = s.printer;
+    p.hModule = s.module;
+    p.pPublicDMIn = &publicDM;
+    p.pPublicDMOut = &publicDM;
+    p.pOEMDMIn = incoming.data();
+    p.pOEMDMOut = record.data();
+    p.cbBufSize = size;
+    hr = s.ui->DevMode(OEMDM_MERGE, &p);
+    if (FAILED(hr))
+        return Fail("DevMode(OEMDM_MERGE)", Hr(hr));
+    // The buffer keeps its room for a whole record; the devmode carries the plug-in's size.
+    recordSize = size;
+    Out("DevMode     : DEFAULT, MERGE done\n");
+    return true;
+}
+
+// The driver's own option items; the plug-in must hide the colour one it replaces.
+struct DriverItems {
+    OPTITEM items[3] = {};
+    DriverItems() {
+        const struct {
+            const wchar_t* name;
+            BYTE id;
+        } table[] = {{L"Orientation", DMPUB_ORIENTATION},
+                     {L"Color", DMPUB_COLOR},
+                     {L"Copies", DMPUB_COPIES_COLLATE}};
+        for (size_t i = 0; i < 3; ++i) {
+            items[i].cbSize = sizeof(OPTITEM);
+            items[i].Level = 1;
+            items[i].pName = const_cast<LPWSTR>(table[i].name);
+            items[i].DMPubID = table[i].id;
+        }
+    }
+    const OPTITEM& Color() const { return items[1]; }
+};
+
+bool RunCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerName,
+                 DEVMODEW& publicDM, std::vector<uint8_t>& record) {
+    static OEMUIPROCS procs = {HostDriverUI::GetSettingProc, HostDriverUI::UpdateUISettingProc};
+    OEMUIOBJ uiObj = {sizeof(OEMUIOBJ), &procs};
+    DriverItems drv;
+
+    OEMCUIPPARAM param = {};
+    param.cbSize = sizeof param;
+    param.poemuiobj = &uiObj;
+    param.hPrinter = s.printer;
+    param.pPrinterName = printerName.data();
+    param.hModule = s.module;
+    param.hOEMHeap = s.heap;
+    param.pPublicDM = &publicDM;
+    param.pOEMDM = record.data();
+    param.dwFlags = DM_IN_BUFFER | DM_OUT_BUFFER | DM_IN_PROMPT;
+    param.pDrvOptItems = drv.items;
+    param.cDrvOptItems = 3;
+
+    // First call: how many items the plug-in adds.
+    HRESULT hr = s.ui->CommonUIProp(OEMCUIP_DOCPROP, &param);
+    if (FAILED(hr))
+        return Fail("CommonUIProp (counting call)", Hr(hr));
+    const DWORD count = param.cOEMOptItems;
+    if (count > 1000)
+        return Fail("CommonUIProp (counting call)", L"absurd item count");
+    if (drv.Color().Flags & OPTIF_HIDE)
+        return Fail("CommonUIProp (counting call)", L"hid the colour item already");
+
+    // Second call with the array the driver allocates from the plug-in's heap.
+    auto* items = static_cast<OPTITEM*>(
+        HeapAlloc(s.heap, HEAP_ZERO_MEMORY, sizeof(OPTITEM) * (count ? count : 1)));
+    if (items == nullptr)
+        return Fail("CommonUIProp", L"out of memory");
+    param.pOEMOptItems = items;
+    param.cOEMOptItems = count;
+    hr = s.ui->CommonUIProp(OEMCUIP_DOCPROP, &param);
+    if (FAILED(hr))
+        return Fail("CommonUIProp", Hr(hr));
+    Out("CommonUIProp: %lu plug-in items; driver colour item %s; %d driver setting queries\n",
+        static_cast<unsigned long>(param.cOEMOptItems),
+        (drv.Color().Flags & OPTIF_HIDE) ? "hidden" : "left visible", helper.Queries());
+    if (param.OEMCUIPCallback == nullptr)
+        return Fail("CommonUIProp", L"no OEMCUIPCallback installed for the apply");
+
+    // Apply, as the driver's page does when the sheet applies.
+    CPSUICBPARAM cb = {};
+    cb.cbSize = sizeof cb;
+    cb.Reason = CPSUICB_REASON_APPLYNOW;
+    cb.hDlg = nullptr;
+    cb.pOptItem = param.pOEMOptItems;
+    cb.cOptItem = static_cast<WORD>(param.cOEMOptItems);
+    cb.Result = CPSUI_OK;
+    const LONG action = param.OEMCUIPCallback(&cb, &param);
+    Out("APPLYNOW    : callback returned %ld\n", static_cast<long>(action));
+    if (action == CPSUICB_ACTION_NO_APPLY_EXIT)
+        return Fail("OEMCUIPCallback(APPLYNOW)", L"the plug-in refused the apply");
+    return true;
+}
+
+void PrintRecord(const std::vector<uint8_t>& record, size_t recordSize) {
+    OEMDEV rec;
+    std::memset(&rec, 0, sizeof rec);
+    std::memcpy(&rec, record.data(), recordSize < sizeof rec ? recordSize : sizeof rec);
+    Out("---- working record (%zu bytes) ----\n", recordSize);
+    Out("%s", DescribeOemDev(rec).c_str());
+    Out("---- end of record ----\n");
+}
+
+int Run(const HostOptions& opts) {
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+    const std::wstring exeDir = ModuleFolder();
+    std::wstring printerName = opts.printer;
+
+    WinePrinterSetup setup;
+    setup.printerName = opts.printer;
+    setup.model = opts.model;
+    setup.binaryDir = exeDir;
+    setup.packageDir = opts.packageDir.empty() ? exeDir + L"\\driver" : opts.packageDir;
+    WinePrinterInfo info;
+    std::wstring error;
+    if (!InstallWinePrinter(setup, info, error))
+        return FailExit("install printer", error);
+    Out("printer     : %s (%s, driver \"%s\" %s)\n", Utf8(opts.printer).c_str(),
+        info.printerReused ? "existing" : "added", Utf8(info.driverName).c_str(),
+        info.driverReused ? "refreshed" : "installed");
+    Out("data file   : %s\n", Utf8(info.dataFile).c_str());
+    Out("port        : %s -> %s\n", Utf8(info.portName).c_str(), info.outputUnixPath.c_str());
+
+    if (opts.verbosity >= 0) {
+        if (!WriteVerbosity(opts.printer, static_cast<DWORD>(opts.verbosity), error))
+            return FailExit("write LogVerbosity_UiUni", error);
+        Out("log level   : LogVerbosity_UiUni = %d\n", opts.verbosity);
+    }
+    const ULONGLONG logStart = FileSize(LogFilePath(opts.printer));
+
+    std::wstring devmodeFile = opts.devmodeFile;
+    if (devmodeFile.empty()) {
+        const std::wstring folder = Expand(L"%LOCALAPPDATA%\\KivHost");
+        CreateDirectoryW(folder.c_str(), nullptr);
+        devmodeFile = folder + L"\\" + SafeFileName(opts.printer) + L".devmode";
+    }
+
+    PluginSession s;
+    PRINTER_DEFAULTSW defaults = {nullptr, nullptr, PRINTER_ACCESS_USE};
+    if (!OpenPrinterW(printerName.data(), &s.printer, &defaults))
+        return FailExit("OpenPrinterW", Win32ErrorText(GetLastError()));
+    s.heap = HeapCreate(0, 0, 0);
+    if (s.heap == nullptr)
+        return FailExit("HeapCreate", Win32ErrorText(GetLastError()));
+    if (!LoadPlugin(exeDir, info, s))
+        return 2;
+
+    HostDriverUI helper;
+    HostDriverUI::Attach(&helper);
+    HRESULT hr = s.ui->PublishDriverInterface(static_cast<IPrintOemDriverUI*>(&helper));
+    if (FAILED(hr))
+        return FailExit("PublishDriverInterface", Hr(hr));
+
+    DWORD signature = 0, version = 0;
+    if (!GetInfoDword(s.ui, OEMGI_GETSIGNATURE, signature, "GetInfo(OEMGI_GETSIGNATURE)") ||
+        !GetInfoDword(s.ui, OEMGI_GETVERSION, version, "GetInfo(OEMGI_GETVERSION)"))
+        return 2;
+    const char sig[5] = {static_cast<char>(signature >> 24), static_cast<char>(signature >> 16),
+                         static_cast<char>(signature >> 8), static_cast<char>(signature), 0};
+    Out("GetInfo     : signature 0x%08lX '%s', version %lu\n",
+        static_cast<unsigned long>(signature), sig, static_cast<unsigned long>(version));
+
+    DEVMODEW publicDM = DefaultPublicDevmode(opts.printer);
+    std::vector<uint8_t> record;
+    size_t recordSize = 0;
+    if (!BuildRecord(s, devmodeFile, publicDM, record, recordSize))
+        return 2;
+    publicDM.dmDriverExtra = static_cast<WORD>(recordSize);
+    if (!RunCommonUI(s, helper, printerName, publicDM, record))
+        return 2;
+
+    PrintRecord(record, recordSize);
+    if (!SaveDevmodeFile(devmodeFile, publicDM, record.data(), recordSize, error))
+        return FailExit("write devmode file", error);
+    Out("devmode     : written to %s\n", Utf8(devmodeFile).c_str());
+
+    // Let the plug-in go as the driver does, so its log is closed before it is read.
+    s.Close();
+    HostDriverUI::Attach(nullptr);
+    if (helper.References() != 1) {
+        return FailExit("release", L"the plug-in kept " + std::to_wstring(helper.References() - 1) +
+                                       L" reference(s) to the driver helper");
+    }
+
+    const std::wstring logPath = LogFilePath(opts.printer);
+    const std::vector<std::string> lines = LinesAfter(logPath, logStart);
+    if (lines.empty()) {
+        Out("log         : %s (nothing new; the plug-in logs when LogVerbosity_UiUni is set, "
+            "e.g. --verbosity 7)\n",
+            Utf8(logPath).c_str());
+        return 0;
+    }
+    Out("log         : %s (%zu new lines)\n", Utf8(logPath).c_str(), lines.size());
+    const size_t shown = lines.size() < static_cast<size_t>(opts.logLines)
+                             ? lines.size()
+                             : static_cast<size_t>(opts.logLines);
+    for (size_t i = 0; i < shown; ++i)
+        Out("  | %s\n", lines[i].c_str());
+    if (shown < lines.size())
+        Out("  | ... %zu more\n", lines.size() - shown);
+    return 0;
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    HostOptions opts;
+    std::wstring error;
+    if (!ParseHostOptions(argc, argv, opts, error)) {
+        std::fprintf(stderr, "kivhost: %s\n%s", Utf8(error).c_str(), Utf8(HostUsage()).c_str());
+        return 1;
+    }
+    if (opts.help) {
+        std::printf("%s", Utf8(HostUsage()).c_str());
+        return 0;
+    }
+    return Run(opts);
+}

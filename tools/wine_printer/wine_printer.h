@@ -1,0 +1,51 @@
+// Installs a KIV model's printer driver and a printer on it into the Wine prefix's spooler.
+//
+// Wine has no universal printer driver, so the driver is made of the stand-in configuration
+// module (KivDrvCfg.dll, also the "driver path"), the model's GPD as data file, and the
+// plug-in, its .ini and the shared GPD as dependent files. The printer's port is mapped to a
+// Unix file, so raw jobs land in a file the tests can read.
+#pragma once
+
+#include <string>
+
+#include "win/windows_headers.h"
+
+struct WinePrinterSetup {
+    std::wstring printerName;  // e.g. L"KIV TRX418A CUT"
+    std::wstring model;        // e.g. L"TRX418A CUT"; chooses the GPD and the driver name
+    std::wstring binaryDir;    // holds KivUI.dll and KivDrvCfg.dll
+    std::wstring packageDir;   // holds the GPDs and KivUI.ini (the driver/ folder)
+    // Windows path that receives the printer's raw jobs; empty: a file per printer under
+    // %LOCALAPPDATA%\KivHost.
+    std::wstring outputFile;
+};
+
+struct WinePrinterInfo {
+    std::wstring driverName;     // "KIV " + model
+    std::wstring portName;       // a port of its own per printer
+    std::wstring driverDir;      // where the spooler keeps the installed files (...\x64\3)
+    std::wstring dataFile;       // full path of the installed model GPD
+    std::wstring outputFile;     // Windows path of the raw output file
+    std::string outputUnixPath;  // the same file as Wine's spooler writes it
+    bool driverReused = false;   // the driver was installed already (its files refreshed)
+    bool printerReused = false;  // the printer existed with this driver and port
+};
+
+// "KIV_" + the model with blanks as underscores + ".GPD".
+std::wstring GpdFileNameForModel(const std::wstring& model);
+
+// The name with every character that a file name cannot hold replaced by '_'.
+std::wstring SafeFileName(const std::wstring& name);
+
+// Folder of the running program (or of `module`), without the trailing backslash.
+std::wstring ModuleFolder(HMODULE module = nullptr);
+
+// Installs (or reuses, refreshing the files) the model's driver, the port with its file
+// mapping, and the printer. Idempotent. False with a one-line reason in `error`.
+bool InstallWinePrinter(const WinePrinterSetup& setup, WinePrinterInfo& info, std::wstring& error);
+
+// Deletes the printer if it exists (the driver stays). False with a reason in `error`.
+bool RemoveWinePrinter(const std::wstring& printerName, std::wstring& error);
+
+// "Win32 error N: text" for the thread's last error or `code`.
+std::wstring Win32ErrorText(DWORD code);
