@@ -8,6 +8,7 @@
 #include "infra/registry_win.h"
 #include "settings/device_factory.h"
 #include "settings/ui_device_common.h"
+#include "win/text_win.h"
 
 namespace {
 
@@ -22,18 +23,6 @@ void HideDriverColourItems(POEMCUIPPARAM param) {
         if (item.DMPubID == DMPUB_COLOR)
             item.Flags |= OPTIF_HIDE;
     }
-}
-
-std::string NarrowPrinterName(const wchar_t* name) {
-    if (name == nullptr || name[0] == L'\0')
-        return {};
-    const int needed = WideCharToMultiByte(CP_ACP, 0, name, -1, nullptr, 0, nullptr, nullptr);
-    if (needed <= 1)
-        return {};
-    std::string out(static_cast<size_t>(needed), '\0');
-    WideCharToMultiByte(CP_ACP, 0, name, -1, out.data(), needed, nullptr, nullptr);
-    out.resize(static_cast<size_t>(needed - 1));
-    return out;
 }
 
 std::string ModelDataText(HANDLE hPrinter) {
@@ -68,7 +57,7 @@ void IOemUI::PrepareDocumentPass(POEMCUIPPARAM param) {
 
     s.printerNameWide =
         param->pPrinterName != nullptr ? U16FromWide(param->pPrinterName) : std::u16string();
-    s.printerName = NarrowPrinterName(param->pPrinterName);
+    s.printerName = NarrowAnsi(param->pPrinterName != nullptr ? param->pPrinterName : L"");
 
     if (param->pPublicDM != nullptr) {
         s.yResolution = param->pPublicDM->dmYResolution;

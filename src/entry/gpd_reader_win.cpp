@@ -1,6 +1,8 @@
 // The model data text of a printer: its GPD named by the spooler, read through the core GPD reader.
 #include "entry/gpd_reader_win.h"
 
+#include "win/text_win.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -23,31 +25,6 @@ class FileHandle {
   private:
     HANDLE h_;
 };
-
-std::wstring WidenAnsi(const std::string& text) {
-    if (text.empty())
-        return {};
-    const int length = static_cast<int>(text.size());
-    const int needed = MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0);
-    if (needed <= 0)
-        return {};
-    std::wstring out(static_cast<size_t>(needed), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, text.data(), length, out.data(), needed);
-    return out;
-}
-
-std::string NarrowAnsi(const std::wstring& text) {
-    if (text.empty())
-        return {};
-    const int length = static_cast<int>(text.size());
-    const int needed =
-        WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    if (needed <= 0)
-        return {};
-    std::string out(static_cast<size_t>(needed), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), length, out.data(), needed, nullptr, nullptr);
-    return out;
-}
 
 }  // namespace
 

@@ -3,25 +3,14 @@
 
 #include <vector>
 
+#include "win/text_win.h"
+
 namespace {
 
 constexpr DWORD kMaxExpandedFolder = 260;
 
 const wchar_t* AsWide(const std::u16string& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
-}
-
-std::string NarrowWide(const wchar_t* wide, int length) {
-    if (length <= 0) {
-        return {};
-    }
-    const int size = WideCharToMultiByte(CP_ACP, 0, wide, length, nullptr, 0, nullptr, nullptr);
-    if (size <= 0) {
-        return {};
-    }
-    std::string narrow(static_cast<size_t>(size), '\0');
-    WideCharToMultiByte(CP_ACP, 0, wide, length, narrow.data(), size, nullptr, nullptr);
-    return narrow;
 }
 
 bool IsFolder(const std::string& path) {
@@ -99,7 +88,7 @@ LocalTime WinLogPlatform::Now() {
 }
 
 std::string WinLogPlatform::Narrow(const std::u16string& wide) {
-    return NarrowWide(AsWide(wide), static_cast<int>(wide.size()));
+    return NarrowAnsi(WideFromU16(wide));
 }
 
 bool WinLogPlatform::PrepareFolder(std::string& folder) {
@@ -232,7 +221,7 @@ std::string WinLogPlatform::ModulePath() {
             return {};
         }
         if (length < path.size()) {
-            return NarrowWide(path.data(), static_cast<int>(length));
+            return NarrowAnsi(std::wstring_view(path.data(), length));
         }
         if (path.size() >= 32768) {
             return {};

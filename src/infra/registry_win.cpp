@@ -169,27 +169,9 @@ bool RegistryWin::SetString(const std::u16string& subkey, const std::u16string& 
 }
 
 std::string RegistryWin::Narrow(const std::u16string& wide) {
-    if (wide.empty())
-        return {};
-    const std::wstring text = WideFromU16(wide);
-    const int length = static_cast<int>(text.size());
-    const int needed =
-        WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    if (needed <= 0)
-        return {};
-    std::string out(static_cast<size_t>(needed), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), length, out.data(), needed, nullptr, nullptr);
-    return out;
+    return NarrowAnsi(WideFromU16(wide));
 }
 
 std::u16string RegistryWin::Widen(const std::string& narrow) {
-    if (narrow.empty())
-        return {};
-    const int length = static_cast<int>(narrow.size());
-    const int needed = MultiByteToWideChar(CP_ACP, 0, narrow.data(), length, nullptr, 0);
-    if (needed <= 0)
-        return {};
-    std::wstring out(static_cast<size_t>(needed), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, narrow.data(), length, out.data(), needed);
-    return U16FromWide(out);
+    return U16FromWide(WidenAnsi(narrow));
 }

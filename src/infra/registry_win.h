@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "infra/config.h"
+#include "win/text_win.h"
 #include "win/windows_headers.h"
 
 // Every operation opens its key, does its work and closes the key again: keys are never held
@@ -47,11 +48,3 @@ class RegistryWin : public RegistryHive {
 
     HKEY hive_;
 };
-
-// Between the Win32 and the core spelling of wide text (both are UTF-16 here).
-inline std::wstring WideFromU16(const std::u16string& text) {
-    return std::wstring(text.begin(), text.end());
-}
-inline std::u16string U16FromWide(const std::wstring& text) {
-    return std::u16string(text.begin(), text.end());
-}

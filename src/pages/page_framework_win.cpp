@@ -250,7 +250,7 @@ int IsControlEnabled(HWND hDlg, int controlId) {
 void FillComboFromLabels(HWND hDlg, int comboId, const LabelList& labels, int selection) {
     SendDlgItemMessageW(hDlg, comboId, CB_RESETCONTENT, 0, 0);
     for (const std::string& label : labels) {
-        std::wstring wide = WidenText(label);
+        std::wstring wide = WidenAnsi(label);
         SendDlgItemMessageW(hDlg, comboId, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(wide.c_str()));
     }
     SendDlgItemMessageW(hDlg, comboId, CB_SETCURSEL, static_cast<WPARAM>(selection), 0);
@@ -285,34 +285,6 @@ int TrackbarPosition(HWND hDlg, int trackbarId) {
     return static_cast<int>(SendDlgItemMessageW(hDlg, trackbarId, TBM_GETPOS, 0, 0));
 }
 
-std::wstring WidenText(std::string_view text) {
-    if (text.empty()) {
-        return std::wstring();
-    }
-    int length =
-        MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr, 0);
-    std::wstring wide(static_cast<size_t>(length > 0 ? length : 0), L'\0');
-    if (length > 0) {
-        MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()), wide.data(),
-                            length);
-    }
-    return wide;
-}
-
-std::string NarrowText(std::wstring_view text) {
-    if (text.empty()) {
-        return std::string();
-    }
-    int length = WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr,
-                                     0, nullptr, nullptr);
-    std::string narrow(static_cast<size_t>(length > 0 ? length : 0), '\0');
-    if (length > 0) {
-        WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), narrow.data(),
-                            length, nullptr, nullptr);
-    }
-    return narrow;
-}
-
 std::string ReadControlText(HWND hDlg, int controlId, int bufferChars) {
     if (bufferChars <= 0) {
         return std::string();
@@ -325,11 +297,11 @@ std::string ReadControlText(HWND hDlg, int controlId, int bufferChars) {
     if (length >= static_cast<size_t>(bufferChars)) {
         length = static_cast<size_t>(bufferChars) - 1;
     }
-    return NarrowText(std::wstring_view(buffer.data(), length));
+    return NarrowAnsi(std::wstring_view(buffer.data(), length));
 }
 
 void WriteControlText(HWND hDlg, int controlId, std::string_view text) {
-    std::wstring wide = WidenText(text);
+    std::wstring wide = WidenAnsi(text);
     SendDlgItemMessageW(hDlg, controlId, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
 }
 
@@ -366,7 +338,7 @@ void PopUpHelp(int controlId, HWND hDlg, const wchar_t* text) {
 }
 
 HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeName) {
-    std::wstring type = WidenText(typeName != nullptr ? typeName : "");
+    std::wstring type = WidenAnsi(typeName != nullptr ? typeName : "");
     GdiplusSession session;
     if (!session.Started()) {
         return nullptr;
@@ -396,7 +368,7 @@ HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeNa
 }
 
 HBITMAP LoadPreviewBitmap(const std::string& path, int boxWidth, int boxHeight) {
-    std::wstring widePath = WidenText(path);
+    std::wstring widePath = WidenAnsi(path);
     DWORD attributes = GetFileAttributesW(widePath.c_str());
     if (widePath.empty() || attributes == INVALID_FILE_ATTRIBUTES) {
         return nullptr;

@@ -8,6 +8,7 @@
 #include "pages/page_context.h"
 #include "pages/page_id.h"
 #include "pages/page_rules.h"
+#include "win/text_win.h"
 #include "win/windows_headers.h"
 
 struct PageIdentity {
@@ -52,9 +53,6 @@ void SetUpTrackbar(HWND hDlg, int trackbarId, int labelId, const TrackbarView& v
 void SetTrackbarPosition(HWND hDlg, int trackbarId, int labelId, int position);
 int TrackbarPosition(HWND hDlg, int trackbarId);
 
-// Text conversions between the program's 8-bit text and the controls' UTF-16.
-std::wstring WidenText(std::string_view text);
-std::string NarrowText(std::wstring_view text);
 // A control's text as WM_GETTEXT reads it into `bufferChars` characters (terminator included).
 std::string ReadControlText(HWND hDlg, int controlId, int bufferChars);
 void WriteControlText(HWND hDlg, int controlId, std::string_view text);

@@ -33,8 +33,8 @@ HWND VisitedPage(const PageContext& context, PageId page) {
 
 void ReportValidationFailure(HWND hDlg, const ValidationFailure& failure) {
     TheLog().Write(kLogError, kValidateName, "%s", failure.logLine.c_str());
-    std::wstring message = WidenText(failure.message);
-    std::wstring title = WidenText(PanelTitle(failure.pageName));
+    std::wstring message = WidenAnsi(failure.message);
+    std::wstring title = WidenAnsi(PanelTitle(failure.pageName));
     MessageBoxW(hDlg, message.c_str(), title.c_str(), MB_OK | MB_ICONERROR);
 }
 

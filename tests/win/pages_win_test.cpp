@@ -364,7 +364,7 @@ TEST_F(PagesWin, PreviewIsScaledAndCentredOnWhite) {
     GetTempPathW(MAX_PATH, folder);
     const std::wstring path = std::wstring(folder) + L"kiv_pages_preview.bmp";
     WriteBmp(path, 100, 50, RGB(255, 0, 0));
-    HBITMAP bitmap = LoadPreviewBitmap(NarrowText(path), 200, 200);
+    HBITMAP bitmap = LoadPreviewBitmap(NarrowAnsi(path), 200, 200);
     DeleteFileW(path.c_str());
     ASSERT_NE(bitmap, nullptr);
     BITMAP info{};
