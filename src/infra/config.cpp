@@ -10,7 +10,7 @@ enum class ValueKind { kText, kNumber };
 
 // One configuration value. The table's order is the write order; `readHere` is false for the
 // language monitor's value, which this plug-in only ever writes.
-struct ConfigValueSpec {
+struct ConfigValueRule {
     const char16_t* name;
     ValueKind kind;
     std::string Configuration::*text;
@@ -24,7 +24,7 @@ struct ConfigValueSpec {
 
 constexpr uint32_t kNoClamp = UINT32_MAX;
 
-const ConfigValueSpec kConfigTable[] = {
+const ConfigValueRule kConfigTable[] = {
     {u"LogFolder", ValueKind::kText, &Configuration::logFolder, nullptr, kDefaultLogFolder, 0,
      kNoClamp, true, false},
     {u"LogVerbosity_UiUni", ValueKind::kNumber, nullptr, &Configuration::logVerbosity, nullptr, 0,
@@ -117,22 +117,22 @@ std::u16string ConfigurationKey(const std::u16string& printerName) {
 void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
                        Configuration& config) {
     const std::u16string key = ConfigurationKey(printerName);
-    for (const ConfigValueSpec& spec : kConfigTable) {
-        if (!spec.readHere)
+    for (const ConfigValueRule& rule : kConfigTable) {
+        if (!rule.readHere)
             continue;
-        if (spec.kind == ValueKind::kText) {
+        if (rule.kind == ValueKind::kText) {
             std::u16string wide;
-            if (ReadRegistryString(hive, key, spec.name, &wide) && !wide.empty()) {
-                config.*spec.text = hive.Narrow(wide);
+            if (ReadRegistryString(hive, key, rule.name, &wide) && !wide.empty()) {
+                config.*rule.text = hive.Narrow(wide);
             } else {
-                config.*spec.text = spec.defaultText;
+                config.*rule.text = rule.defaultText;
             }
         } else {
             uint32_t number = 0;
-            if (ReadRegistryDword(hive, key, spec.name, &number)) {
-                config.*spec.number = std::min(number, spec.clamp);
+            if (ReadRegistryDword(hive, key, rule.name, &number)) {
+                config.*rule.number = std::min(number, rule.clamp);
             } else {
-                config.*spec.number = spec.defaultNumber;
+                config.*rule.number = rule.defaultNumber;
             }
         }
     }
@@ -141,14 +141,14 @@ void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
 void WriteConfiguration(RegistryHive& hive, const std::u16string& printerName,
                         const Configuration& config, int alsoLanguageMonitor) {
     const std::u16string key = ConfigurationKey(printerName);
-    for (const ConfigValueSpec& spec : kConfigTable) {
-        if (spec.writeOnRequestOnly && alsoLanguageMonitor == 0)
+    for (const ConfigValueRule& rule : kConfigTable) {
+        if (rule.writeOnRequestOnly && alsoLanguageMonitor == 0)
             continue;
         // A failed write is skipped: the next opening reads the default again.
-        if (spec.kind == ValueKind::kText) {
-            hive.SetString(key, spec.name, hive.Widen(config.*spec.text));
+        if (rule.kind == ValueKind::kText) {
+            hive.SetString(key, rule.name, hive.Widen(config.*rule.text));
         } else {
-            hive.SetDword(key, spec.name, config.*spec.number);
+            hive.SetDword(key, rule.name, config.*rule.number);
         }
     }
 }
