@@ -183,7 +183,7 @@ std::string DescribeOemDev(const OEMDEV& rec) {
     o.Add("couponCopies", Dec(p.couponCopies));
     o.Add("couponDrawType", Named(ImageDrawTypeName(p.couponDrawType), p.couponDrawType));
     o.Add("couponDrawPosition",
-          Named(CouponPositionName(p.couponDrawPosition), p.couponDrawPosition));
+          Named(ImageDrawPositionName(p.couponDrawPosition), p.couponDrawPosition));
     o.Add("couponCutInter", Named(CouponCutName(p.couponCutInter), p.couponCutInter));
     o.Add("couponCutFinal", Named(CouponCutName(p.couponCutFinal), p.couponCutFinal));
     o.Add("couponScale", Dec(p.couponScale));
