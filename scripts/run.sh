@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # The main job: installs what is missing, builds the Windows preset and runs kivhost (the
-# universal driver's stand-in) on KivUI.dll under Wine, printing the decoded settings record
-# and the start of the plug-in's log. Extra arguments go to kivhost (e.g. --model J7).
+# universal driver's stand-in) on KivUI.dll under Wine. kivhost opens the printing-preferences
+# sheet (under Xvfb when there is no display), saves one screenshot per page in
+# build/screenshots, presses OK, and prints the decoded settings record and the start of the
+# plug-in's log. Extra arguments go to kivhost (e.g. --model J7, or --headless for no window).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -15,8 +17,15 @@ fi
 cmake --build build/windows -j2
 
 export WINEPREFIX="$PWD/build/windows/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
-host_args=(--headless --model "TRX418A CUT" --verbosity 7)
+host_args=(--model "TRX418A CUT" --verbosity 7)
+headless=0
+for arg in "$@"; do [ "$arg" = --headless ] && headless=1; done
 runner=()
+if [ "$headless" -eq 0 ]; then
+  rm -rf build/screenshots
+  host_args+=(--screenshots build/screenshots --press ok)
+  [ -n "${DISPLAY:-}" ] || runner=(xvfb-run -a -s "-screen 0 1280x1024x24")
+fi
 
 # A wineserver left from an earlier run keeps the display its desktop started with; start clean
 # and leave nothing running behind, so the next user of the prefix can bring its own display.

@@ -88,6 +88,18 @@ if build windows; then
   tally_gtest windows build/windows-tests.log $?
   grep -aE '^\[  (PASSED|FAILED) ' build/windows-tests.log
   wineserver -k >/dev/null 2>&1
+  # The sheet's opening time against an empty sheet with as many pages; kivhost exits non-zero
+  # when the ratio is over its target.
+  timeout 600 "${runner[@]}" wine build/windows/kivhost.exe --time --time-runs 7 --press cancel \
+    --log-lines 0 >build/sheet-time.log 2>&1
+  rc=$?
+  grep -a 'ratio:' build/sheet-time.log
+  if [ "$rc" -eq 0 ]; then
+    pass 1
+  else
+    fail 1 "sheet time (kivhost --time, exit $rc)"; grep -a -E '^time|error' build/sheet-time.log
+  fi
+  wineserver -k >/dev/null 2>&1
 fi
 
 for check in scripts/check_*.py; do

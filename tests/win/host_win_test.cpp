@@ -3,141 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "win/windows_headers.h"
-#include "wine_printer.h"
+#include "host_run_win.h"
 
 namespace {
 
-std::string Narrow(const std::wstring& w) {
-    std::string s;
-    for (wchar_t c : w)
-        s.push_back(c < 128 ? static_cast<char>(c) : '?');
-    return s;
-}
-
-struct HostRun {
-    DWORD exitCode = 0xFFFFFFFF;
-    std::string output;  // stdout and stderr together
-};
-
-// Starts kivhost.exe from this program's folder and collects everything it prints.
-HostRun RunHost(const std::wstring& args) {
-    HostRun run;
-    SECURITY_ATTRIBUTES sa = {sizeof sa, nullptr, TRUE};
-    HANDLE readEnd = nullptr, writeEnd = nullptr;
-    if (!CreatePipe(&readEnd, &writeEnd, &sa, 0))
-        return run;
-    SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
-
-    std::wstring cmd = L"\"" + ModuleFolder() + L"\\kivhost.exe\" " + args;
-    STARTUPINFOW si = {};
-    si.cb = sizeof si;
-    si.dwFlags = STARTF_USESTDHANDLES;
-    si.hStdOutput = writeEnd;
-    si.hStdError = writeEnd;
-    si.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
-    PROCESS_INFORMATION pi = {};
-    const BOOL started =
-        CreateProcessW(nullptr, cmd.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &si, &pi);
-    CloseHandle(writeEnd);
-    if (!started) {
-        run.output = "CreateProcessW failed: " + Narrow(Win32ErrorText(GetLastError()));
-        CloseHandle(readEnd);
-        return run;
-    }
-    char buf[4096];
-    DWORD got = 0;
-    while (ReadFile(readEnd, buf, sizeof buf, &got, nullptr) && got > 0)
-        run.output.append(buf, got);
-    CloseHandle(readEnd);
-    if (WaitForSingleObject(pi.hProcess, 120000) == WAIT_OBJECT_0)
-        GetExitCodeProcess(pi.hProcess, &run.exitCode);
-    else
-        TerminateProcess(pi.hProcess, 99);
-    CloseHandle(pi.hThread);
-    CloseHandle(pi.hProcess);
-    return run;
-}
-
-// The value of a "field = value" line of the decoded record.
-std::string Field(const std::string& output, const std::string& name) {
-    std::istringstream in(output);
-    std::string line;
-    while (std::getline(in, line)) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        if (line.rfind(name + " = ", 0) == 0)
-            return line.substr(name.size() + 3);
-    }
-    return "<absent>";
-}
-
-std::string ReadFileText(const std::wstring& path) {
-    std::ifstream in(path.c_str(), std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
-bool Contains(const std::string& text, const std::string& what) {
-    return text.find(what) != std::string::npos;
-}
-
-// A scratch printer with its own log folder and devmode file, all removed afterwards.
-class HostWin : public ::testing::Test {
+class HostWin : public HostTestBase {
   protected:
-    void SetUp() override {
-        wchar_t temp[MAX_PATH];
-        GetTempPathW(MAX_PATH, temp);
-        dir_ = std::wstring(temp) + L"kiv_hostwin_" + std::to_wstring(GetCurrentProcessId());
-        CreateDirectoryW(dir_.c_str(), nullptr);
-    }
-    void TearDown() override {
-        std::wstring error;
-        for (const std::wstring& printer : printers_) {
-            RemoveWinePrinter(printer, error);
-            RegDeleteTreeW(HKEY_CURRENT_USER, (L"Software\\Orvane\\Kiv\\" + printer).c_str());
-            DeleteFileW(LogPath(printer).c_str());
-            DeleteFileW(DevmodePath(printer).c_str());
-            DeleteFileW((dir_ + L"\\" + SafeFileName(printer) + L".prn").c_str());
-        }
-        RemoveDirectoryW(dir_.c_str());
-    }
-
-    // Points the printer's log into the scratch folder and starts it empty.
-    std::wstring NewPrinter(const std::wstring& model) {
-        std::wstring printer = L"KIV HostWin " + model;
-        printers_.push_back(printer);
-        const std::wstring key = L"Software\\Orvane\\Kiv\\" + printer;
-        RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
-        HKEY h = nullptr;
-        if (RegCreateKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0,
-                            KEY_WRITE | KEY_WOW64_64KEY, nullptr, &h, nullptr) == ERROR_SUCCESS) {
-            RegSetValueExW(h, L"LogFolder", 0, REG_SZ, reinterpret_cast<const BYTE*>(dir_.c_str()),
-                           static_cast<DWORD>((dir_.size() + 1) * sizeof(wchar_t)));
-            RegCloseKey(h);
-        }
-        DeleteFileW(LogPath(printer).c_str());
-        DeleteFileW(DevmodePath(printer).c_str());
-        return printer;
-    }
-    std::wstring LogPath(const std::wstring& printer) const {
-        return dir_ + L"\\" + printer + L"_UI.log";
-    }
-    std::wstring DevmodePath(const std::wstring& printer) const {
-        return dir_ + L"\\" + SafeFileName(printer) + L".devmode";
-    }
+    HostWin() : HostTestBase(L"HostWin") {}
     HostRun Run(const std::wstring& printer, const std::wstring& model) {
-        return RunHost(L"--headless --verbosity 7 --model \"" + model + L"\" --printer \"" +
-                       printer + L"\" --devmode \"" + DevmodePath(printer) + L"\"");
+        return RunHost(L"--headless " + PrinterArgs(printer, model));
     }
-
-    std::wstring dir_;
-    std::vector<std::wstring> printers_;
 };
 
 struct Expect {
@@ -232,9 +110,20 @@ TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {
     EXPECT_TRUE(Contains(unknown.output, "install printer")) << unknown.output;
     EXPECT_TRUE(Contains(unknown.output, "KIV_NO_SUCH_MODEL.GPD")) << unknown.output;
 
-    const HostRun noHeadless = RunHost(L"--model J7");
-    EXPECT_EQ(1u, noHeadless.exitCode);
-    EXPECT_TRUE(Contains(noHeadless.output, "--headless")) << noHeadless.output;
+    // Options that need the sheet, or a page, are refused before anything is installed.
+    const HostRun headlessPress = RunHost(L"--headless --press ok");
+    EXPECT_EQ(1u, headlessPress.exitCode);
+    EXPECT_TRUE(Contains(headlessPress.output, "--headless opens no sheet"))
+        << headlessPress.output;
+    const HostRun noPage = RunHost(L"--set 1067=5 --press ok");
+    EXPECT_EQ(1u, noPage.exitCode);
+    EXPECT_TRUE(Contains(noPage.output, "--set needs a --page")) << noPage.output;
+    const HostRun badStep = RunHost(L"--page 2 --trackbar 1027=high");
+    EXPECT_EQ(1u, badStep.exitCode);
+    EXPECT_TRUE(Contains(badStep.output, "ID=NUMBER")) << badStep.output;
+    const HostRun badPress = RunHost(L"--press later");
+    EXPECT_EQ(1u, badPress.exitCode);
+    EXPECT_TRUE(Contains(badPress.output, "ok, apply or cancel")) << badPress.output;
 
     const HostRun badLevel = RunHost(L"--headless --verbosity 8");
     EXPECT_EQ(1u, badLevel.exitCode);

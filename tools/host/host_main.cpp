@@ -2,11 +2,13 @@
 //
 // The universal driver does not exist under Wine, so this program installs the model's driver
 // package into Wine's spooler and then calls the plug-in exactly through its public contract:
-// the exported class factory, IPrintOemUI, the devmode services, the common UI entry and the
-// apply callback. It prints the resulting settings record field by field and the log lines
-// the run produced. Every failed step ends the program with a message and a non-zero code.
+// the exported class factory, IPrintOemUI, the devmode services, the common UI entry, the
+// common property sheet with the plug-in's pages, and the apply callback. It prints the
+// resulting settings record field by field and the log lines the run produced. Every failed
+// step ends the program with a message and a non-zero code: 1 bad arguments, 2 a failed step,
+// 3 a sheet script that could not be carried out or an apply the plug-in refused, 4 a --time
+// ratio over its target.
 #include <algorithm>
-#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -15,7 +17,9 @@
 #include "devmode_file.h"
 #include "host_driver_ui.h"
 #include "host_options.h"
+#include "host_output.h"
 #include "settings/record_dump.h"
+#include "sheet_host.h"
 #include "win/oem_framework.h"
 #include "wine_printer.h"
 
@@ -25,42 +29,9 @@ constexpr wchar_t kConfigRoot[] = L"Software\\Orvane\\Kiv\\";
 constexpr wchar_t kDefaultLogFolder[] = L"%ALLUSERSPROFILE%\\ORVANE\\KIV\\Logs";
 constexpr size_t kMaxLogBytesShown = 1u << 20;
 
-std::string Utf8(const std::wstring& w) {
-    if (w.empty())
-        return {};
-    const int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), nullptr, 0,
-                                      nullptr, nullptr);
-    std::string s(static_cast<size_t>(n), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, w.data(), static_cast<int>(w.size()), s.data(), n, nullptr,
-                        nullptr);
-    return s;
-}
-
-void Out(const char* format, ...) __attribute__((format(gnu_printf, 1, 2)));
-void Out(const char* format, ...) {
-    va_list args;
-    va_start(args, format);
-    std::vprintf(format, args);
-    va_end(args);
-    std::fflush(stdout);
-}
-
-bool Fail(const char* step, const std::wstring& why) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "kivhost: error: %s: %s\n", step, Utf8(why).c_str());
-    std::fflush(stderr);
-    return false;
-}
-
 int FailExit(const char* step, const std::wstring& why) {
     Fail(step, why);
     return 2;
-}
-
-std::wstring Hr(HRESULT hr) {
-    wchar_t buf[16];
-    std::swprintf(buf, 16, L"0x%08lX", static_cast<unsigned long>(hr));
-    return buf;
 }
 
 std::wstring Expand(const std::wstring& text) {
@@ -174,6 +145,7 @@ using DllCanUnloadNowFn = HRESULT(STDAPICALLTYPE*)();
 // The plug-in as the driver holds it: module, interface, and the order they are let go.
 struct PluginSession {
     HMODULE module = nullptr;
+    std::wstring path;
     IPrintOemUI* ui = nullptr;
     HANDLE printer = nullptr;
     HANDLE heap = nullptr;
@@ -208,6 +180,7 @@ bool LoadPlugin(const std::wstring& exeDir, const WinePrinterInfo& info, PluginS
     s.module = LoadLibraryW(path.c_str());
     if (s.module == nullptr)
         return Fail("load plug-in", path + L": " + Win32ErrorText(GetLastError()));
+    s.path = path;
     Out("plug-in     : %s\n", Utf8(path).c_str());
 
     auto getClass = reinterpret_cast<DllGetClassObjectFn>(
@@ -345,15 +318,34 @@ struct DriverItems {
     const OPTITEM& Color() const { return items[1]; }
 };
 
-bool RunCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerName,
-                 DEVMODEW& publicDM, std::vector<uint8_t>& record) {
-    static OEMUIPROCS procs = {HostDriverUI::GetSettingProc, HostDriverUI::UpdateUISettingProc};
+// One opening's common UI entry: the parameter block and what it points to, kept for as long
+// as the sheet that uses it.
+struct CommonUiCall {
+    OEMUIPROCS procs = {HostDriverUI::GetSettingProc, HostDriverUI::UpdateUISettingProc};
     OEMUIOBJ uiObj = {sizeof(OEMUIOBJ), &procs};
     DriverItems drv;
-
     OEMCUIPPARAM param = {};
+    HANDLE heap = nullptr;
+
+    CommonUiCall() = default;
+    CommonUiCall(const CommonUiCall&) = delete;
+    CommonUiCall& operator=(const CommonUiCall&) = delete;
+    // The driver frees the item array it allocated for the plug-in.
+    ~CommonUiCall() {
+        if (param.pOEMOptItems != nullptr)
+            HeapFree(heap, 0, param.pOEMOptItems);
+    }
+};
+
+// CommonUIProp twice, as the driver calls it for a document sheet: counting, then with the item
+// array. `secondCall` receives the moment just before the second call.
+bool CallCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerName,
+                  DEVMODEW& publicDM, std::vector<uint8_t>& record, CommonUiCall& call,
+                  LARGE_INTEGER& secondCall, bool quiet) {
+    OEMCUIPPARAM& param = call.param;
+    call.heap = s.heap;
     param.cbSize = sizeof param;
-    param.poemuiobj = &uiObj;
+    param.poemuiobj = &call.uiObj;
     param.hPrinter = s.printer;
     param.pPrinterName = printerName.data();
     param.hModule = s.module;
@@ -361,7 +353,7 @@ bool RunCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerNa
     param.pPublicDM = &publicDM;
     param.pOEMDM = record.data();
     param.dwFlags = DM_IN_BUFFER | DM_OUT_BUFFER | DM_IN_PROMPT;
-    param.pDrvOptItems = drv.items;
+    param.pDrvOptItems = call.drv.items;
     param.cDrvOptItems = 3;
 
     // First call: how many items the plug-in adds.
@@ -371,7 +363,7 @@ bool RunCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerNa
     const DWORD count = param.cOEMOptItems;
     if (count > 1000)
         return Fail("CommonUIProp (counting call)", L"absurd item count");
-    if (drv.Color().Flags & OPTIF_HIDE)
+    if (call.drv.Color().Flags & OPTIF_HIDE)
         return Fail("CommonUIProp (counting call)", L"hid the colour item already");
 
     // Second call with the array the driver allocates from the plug-in's heap.
@@ -381,16 +373,22 @@ bool RunCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerNa
         return Fail("CommonUIProp", L"out of memory");
     param.pOEMOptItems = items;
     param.cOEMOptItems = count;
+    QueryPerformanceCounter(&secondCall);
     hr = s.ui->CommonUIProp(OEMCUIP_DOCPROP, &param);
     if (FAILED(hr))
         return Fail("CommonUIProp", Hr(hr));
-    Out("CommonUIProp: %lu plug-in items; driver colour item %s; %d driver setting queries\n",
-        static_cast<unsigned long>(param.cOEMOptItems),
-        (drv.Color().Flags & OPTIF_HIDE) ? "hidden" : "left visible", helper.Queries());
+    if (!quiet) {
+        Out("CommonUIProp: %lu plug-in items; driver colour item %s; %d driver setting queries\n",
+            static_cast<unsigned long>(param.cOEMOptItems),
+            (call.drv.Color().Flags & OPTIF_HIDE) ? "hidden" : "left visible", helper.Queries());
+    }
     if (param.OEMCUIPCallback == nullptr)
         return Fail("CommonUIProp", L"no OEMCUIPCallback installed for the apply");
+    return true;
+}
 
-    // Apply, as the driver's page does when the sheet applies.
+// Apply without a sheet, as the driver's page does when the sheet applies.
+bool ApplyHeadless(OEMCUIPPARAM& param) {
     CPSUICBPARAM cb = {};
     cb.cbSize = sizeof cb;
     cb.Reason = CPSUICB_REASON_APPLYNOW;
@@ -402,6 +400,109 @@ bool RunCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerNa
     Out("APPLYNOW    : callback returned %ld\n", static_cast<long>(action));
     if (action == CPSUICB_ACTION_NO_APPLY_EXIT)
         return Fail("OEMCUIPCallback(APPLYNOW)", L"the plug-in refused the apply");
+    return true;
+}
+
+// Everything a sheet opening needs besides the common UI call.
+struct SheetRun {
+    PluginSession& s;
+    HostDriverUI& helper;
+    std::wstring& printerName;
+    const std::wstring& model;
+    DEVMODEW& publicDM;
+    std::vector<uint8_t>& record;
+};
+
+// One opening of the plug-in's sheet, from the common UI entry to the sheet's close.
+bool OpenSheetOnce(SheetRun& run, const SheetScript& script, SheetOutcome& outcome) {
+    CommonUiCall call;
+    LARGE_INTEGER start;
+    if (!CallCommonUI(run.s, run.helper, run.printerName, run.publicDM, run.record, call, start,
+                      script.quiet))
+        return false;
+    SheetPlugin plugin;
+    plugin.ui = run.s.ui;
+    plugin.module = run.s.module;
+    plugin.printer = run.s.printer;
+    plugin.heap = run.s.heap;
+    plugin.printerName = &run.printerName;
+    plugin.model = run.model;
+    plugin.pluginPath = run.s.path;
+    plugin.publicDM = &run.publicDM;
+    plugin.param = &call.param;
+    std::wstring error;
+    if (!OpenPluginSheet(plugin, script, start, outcome, error))
+        return Fail("open the property sheet", error);
+    return true;
+}
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const size_t n = values.size();
+    return n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
+}
+
+// The sheet against an empty sheet with as many pages, both through CommonPropertySheetUIW and
+// both cancelled once every page is up. A first pair warms up what any first sheet pays for
+// (classes, fonts, the plug-in's first GDI+ start).
+bool TimeSheet(SheetRun& run, int runs, double& ratio) {
+    SheetScript script;
+    script.activateAll = true;
+    script.quiet = true;
+    script.press = SheetPress::kCancel;
+    // Medians of the whole and of its three stretches: the common UI entry (to the sheet's INIT),
+    // the sheet coming up with its first page, the other pages.
+    std::vector<double> sheet, empty, entry, shown, rest, emptyShown, emptyRest;
+    std::vector<std::vector<double>> perPage;
+    std::vector<std::wstring> titles;
+    int pages = 0;
+    for (int i = 0; i <= runs; ++i) {
+        SheetOutcome outcome;
+        if (!OpenSheetOnce(run, script, outcome))
+            return false;
+        if (outcome.stepFailed)
+            return Fail("time the sheet", L"the sheet's pages did not all come up");
+        if (outcome.applied)
+            return Fail("time the sheet", L"a cancelled sheet applied");
+        pages = outcome.pages;
+        SheetOutcome blank;
+        std::wstring error;
+        if (!OpenBlankSheet(pages, blank, error))
+            return Fail("time the empty sheet", error);
+        if (i > 0) {
+            sheet.push_back(outcome.secondsToPagesUp);
+            entry.push_back(outcome.secondsToInit);
+            shown.push_back(outcome.secondsToShown - outcome.secondsToInit);
+            rest.push_back(outcome.secondsToPagesUp - outcome.secondsToShown);
+            empty.push_back(blank.secondsToPagesUp);
+            emptyShown.push_back(blank.secondsToShown);
+            emptyRest.push_back(blank.secondsToPagesUp - blank.secondsToShown);
+            perPage.resize(outcome.pageSeconds.size());
+            for (size_t p = 0; p < outcome.pageSeconds.size(); ++p)
+                perPage[p].push_back(outcome.pageSeconds[p]);
+            titles = outcome.titles;
+        }
+    }
+    const double sheetMedian = Median(sheet);
+    const double emptyMedian = Median(empty);
+    ratio = emptyMedian > 0 ? sheetMedian / emptyMedian : 0;
+    Out("time        : sheet %.1f ms (common UI entry %.1f, sheet and first page %.1f, other "
+        "pages %.1f)\n",
+        sheetMedian * 1000, Median(entry) * 1000, Median(shown) * 1000, Median(rest) * 1000);
+    Out("time        : empty sheet %.1f ms (sheet and first page %.1f, other pages %.1f); %d "
+        "pages each, medians of %d\n",
+        emptyMedian * 1000, Median(emptyShown) * 1000, Median(emptyRest) * 1000, pages, runs);
+    // Where the plug-in's pages spend it, page by page (the first page is the driver's).
+    std::string each;
+    for (size_t p = 1; p < perPage.size() && p < titles.size(); ++p) {
+        char part[160];
+        std::snprintf(part, sizeof part, "%s%s %.1f", p > 1 ? ", " : "", Utf8(titles[p]).c_str(),
+                      Median(perPage[p]) * 1000);
+        each += part;
+    }
+    if (!each.empty())
+        Out("time        : first activation per page (ms): %s\n", each.c_str());
+    Out("sheet/empty ratio: %.2f (target <= %.1f)\n", ratio, kSheetTimeTarget);
     return true;
 }
 
@@ -479,13 +580,54 @@ int Run(const HostOptions& opts) {
     if (!BuildRecord(s, devmodeFile, publicDM, record, recordSize))
         return 2;
     publicDM.dmDriverExtra = static_cast<WORD>(recordSize);
-    if (!RunCommonUI(s, helper, printerName, publicDM, record))
-        return 2;
 
-    PrintRecord(record, recordSize);
-    if (!SaveDevmodeFile(devmodeFile, publicDM, record.data(), recordSize, error))
-        return FailExit("write devmode file", error);
-    Out("devmode     : written to %s\n", Utf8(devmodeFile).c_str());
+    int exitCode = 0;
+    bool save = true;
+    if (opts.headless) {
+        CommonUiCall call;
+        LARGE_INTEGER start;
+        if (!CallCommonUI(s, helper, printerName, publicDM, record, call, start, false) ||
+            !ApplyHeadless(call.param))
+            return 2;
+    } else {
+        SheetRun run{s, helper, printerName, opts.model, publicDM, record};
+        double ratio = 0;
+        if (opts.time) {
+            if (!TimeSheet(run, opts.timeRuns, ratio))
+                return 2;
+            if (ratio > kSheetTimeTarget)
+                exitCode = 4;
+        }
+        SheetScript script;
+        script.press = opts.press;
+        script.screenshotDir = opts.screenshotDir;
+        script.answerYes = opts.answerYes;
+        script.actions = opts.actions;
+        script.activateAll =
+            opts.press != SheetPress::kNone || !opts.screenshotDir.empty() || !opts.actions.empty();
+        SheetOutcome outcome;
+        if (!OpenSheetOnce(run, script, outcome))
+            return 2;
+        Out("sheet       : closed (CommonPropertySheetUIW %ld, result %lu); %s\n",
+            static_cast<long>(outcome.returned), static_cast<unsigned long>(outcome.result),
+            outcome.applied        ? "applied"
+            : outcome.applyRefused ? "the plug-in refused the apply, nothing applied"
+                                   : "nothing applied");
+        save = outcome.applied;
+        const bool pressFailed =
+            (opts.press == SheetPress::kOk || opts.press == SheetPress::kApply) && !outcome.applied;
+        if (exitCode == 0 && (outcome.stepFailed || pressFailed))
+            exitCode = 3;
+    }
+
+    if (save) {
+        PrintRecord(record, recordSize);
+        if (!SaveDevmodeFile(devmodeFile, publicDM, record.data(), recordSize, error))
+            return FailExit("write devmode file", error);
+        Out("devmode     : written to %s\n", Utf8(devmodeFile).c_str());
+    } else {
+        Out("devmode     : not written (nothing was applied)\n");
+    }
 
     // Let the plug-in go as the driver does, so its log is closed before it is read.
     s.Close();
@@ -501,7 +643,7 @@ int Run(const HostOptions& opts) {
         Out("log         : %s (nothing new; the plug-in logs when LogVerbosity_UiUni is set, "
             "e.g. --verbosity 7)\n",
             Utf8(logPath).c_str());
-        return 0;
+        return exitCode;
     }
     Out("log         : %s (%zu new lines)\n", Utf8(logPath).c_str(), lines.size());
     const size_t shown = lines.size() < static_cast<size_t>(opts.logLines)
@@ -511,7 +653,7 @@ int Run(const HostOptions& opts) {
         Out("  | %s\n", lines[i].c_str());
     if (shown < lines.size())
         Out("  | ... %zu more\n", lines.size() - shown);
-    return 0;
+    return exitCode;
 }
 
 }  // namespace

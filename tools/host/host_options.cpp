@@ -21,13 +21,28 @@ bool ParseInt(const std::wstring& text, int lo, int hi, int& value) {
     return true;
 }
 
+// "ID=VALUE" with a control id of 1..65535; VALUE may be empty.
+bool SplitControlArg(const std::wstring& text, int& control, std::wstring& value) {
+    const size_t eq = text.find(L'=');
+    if (eq == std::wstring::npos)
+        return false;
+    if (!ParseInt(text.substr(0, eq), 1, 65535, control))
+        return false;
+    value = text.substr(eq + 1);
+    return true;
+}
+
 }  // namespace
 
 const wchar_t* HostUsage() {
-    return L"usage: kivhost --headless [--model MODEL] [--printer NAME] [--devmode FILE]\n"
+    return L"usage: kivhost [--headless] [--model MODEL] [--printer NAME] [--devmode FILE]\n"
            L"               [--verbosity 0-7] [--package DIR] [--log-lines N]\n"
+           L"               [--press ok|apply|cancel] [--screenshots DIR] [--time]\n"
+           L"               [--page P (--set ID=TEXT | --select ID=N | --click ID |\n"
+           L"                          --trackbar ID=POS | --dump-controls)...]\n"
            L"  Installs the model's driver and printer into the Wine spooler, drives the KivUI\n"
-           L"  plug-in as the universal driver does (devmode services, common UI entry, apply)\n"
+           L"  plug-in as the universal driver does (devmode services, common UI entry, the\n"
+           L"  common property sheet with the driver's page and the plug-in's pages, apply)\n"
            L"  and prints the settings record field by field and the start of the log.\n"
            L"  --model MODEL    model text of the driver's GPD (default \"TRX418A CUT\")\n"
            L"  --printer NAME   printer name (default \"KIV \" followed by the model)\n"
@@ -35,12 +50,26 @@ const wchar_t* HostUsage() {
            L"                   %LOCALAPPDATA%\\KivHost\\<printer>.devmode)\n"
            L"  --verbosity N    writes LogVerbosity_UiUni for the printer before the run\n"
            L"  --package DIR    folder of the GPDs and KivUI.ini (default <kivhost>\\driver)\n"
-           L"  --log-lines N    new log lines to print (default 40)\n";
+           L"  --log-lines N    new log lines to print (default 40)\n"
+           L"  --headless       no window: devmode services, common UI entry and apply only\n"
+           L"  --press BUTTON   once every page is up: ok, apply (then close with cancel) or\n"
+           L"                   cancel; without it the sheet stays until it is closed\n"
+           L"  --screenshots DIR  one PNG per page, NN_<title>.png\n"
+           L"  --time           times the sheet against an empty sheet with as many pages and\n"
+           L"                   exits with 4 when the ratio is over the target\n"
+           L"  --time-runs N    repetitions for --time (median; default 5)\n"
+           L"  --answer yes|no  answer to the plug-in's yes/no questions (default no)\n"
+           L"  --page P         the page (tab index from 0, or title) of the steps after it:\n"
+           L"    --set ID=TEXT  sets a control's text      --select ID=N   picks combo item N\n"
+           L"    --click ID     clicks a button            --trackbar ID=POS  moves a trackbar\n"
+           L"    --dump-controls  prints the page's controls (every page before any --page)\n";
 }
 
 bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
                       std::wstring& error) {
     opts = HostOptions{};
+    std::wstring page;
+    bool sheetOption = false;
     for (int i = 1; i < argc; ++i) {
         const std::wstring arg = argv[i];
         auto value = [&](std::wstring& out) {
@@ -49,6 +78,44 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
                 return false;
             }
             out = argv[++i];
+            return true;
+        };
+        // A step on a page: it needs a --page before it.
+        auto pageAction = [&](PageAction::Kind kind, const std::wstring& text) {
+            PageAction action;
+            action.kind = kind;
+            action.page = page;
+            if (page.empty() && kind != PageAction::Kind::kDump) {
+                error = arg + L" needs a --page before it";
+                return false;
+            }
+            std::wstring rest;
+            switch (kind) {
+                case PageAction::Kind::kSet:
+                    if (!SplitControlArg(text, action.control, action.text)) {
+                        error = L"--set takes ID=TEXT, not \"" + text + L"\"";
+                        return false;
+                    }
+                    break;
+                case PageAction::Kind::kSelect:
+                case PageAction::Kind::kTrackbar:
+                    if (!SplitControlArg(text, action.control, rest) ||
+                        !ParseInt(rest, 0, 65535, action.value)) {
+                        error = arg + L" takes ID=NUMBER, not \"" + text + L"\"";
+                        return false;
+                    }
+                    break;
+                case PageAction::Kind::kClick:
+                    if (!ParseInt(text, 1, 65535, action.control)) {
+                        error = L"--click takes a control id, not \"" + text + L"\"";
+                        return false;
+                    }
+                    break;
+                case PageAction::Kind::kDump:
+                    break;
+            }
+            opts.actions.push_back(action);
+            sheetOption = true;
             return true;
         };
         std::wstring text;
@@ -82,6 +149,62 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
                 error = L"--log-lines takes a number from 0 to 100000, not \"" + text + L"\"";
                 return false;
             }
+        } else if (arg == L"--press") {
+            if (!value(text))
+                return false;
+            if (text == L"ok") {
+                opts.press = SheetPress::kOk;
+            } else if (text == L"apply") {
+                opts.press = SheetPress::kApply;
+            } else if (text == L"cancel") {
+                opts.press = SheetPress::kCancel;
+            } else {
+                error = L"--press takes ok, apply or cancel, not \"" + text + L"\"";
+                return false;
+            }
+            sheetOption = true;
+        } else if (arg == L"--screenshots") {
+            if (!value(opts.screenshotDir))
+                return false;
+            sheetOption = true;
+        } else if (arg == L"--time") {
+            opts.time = true;
+            sheetOption = true;
+        } else if (arg == L"--time-runs") {
+            if (!value(text))
+                return false;
+            if (!ParseInt(text, 1, 100, opts.timeRuns)) {
+                error = L"--time-runs takes a number from 1 to 100, not \"" + text + L"\"";
+                return false;
+            }
+            sheetOption = true;
+        } else if (arg == L"--answer") {
+            if (!value(text))
+                return false;
+            if (text != L"yes" && text != L"no") {
+                error = L"--answer takes yes or no, not \"" + text + L"\"";
+                return false;
+            }
+            opts.answerYes = text == L"yes";
+            sheetOption = true;
+        } else if (arg == L"--page") {
+            if (!value(page))
+                return false;
+            sheetOption = true;
+        } else if (arg == L"--set" || arg == L"--select" || arg == L"--trackbar" ||
+                   arg == L"--click") {
+            // "--set 1067=" is a legal way to empty a field, so the value may end in '='.
+            if (!value(text))
+                return false;
+            const PageAction::Kind kind = arg == L"--set"      ? PageAction::Kind::kSet
+                                          : arg == L"--select" ? PageAction::Kind::kSelect
+                                          : arg == L"--click"  ? PageAction::Kind::kClick
+                                                               : PageAction::Kind::kTrackbar;
+            if (!pageAction(kind, text))
+                return false;
+        } else if (arg == L"--dump-controls") {
+            if (!pageAction(PageAction::Kind::kDump, L""))
+                return false;
         } else {
             error = L"unknown argument \"" + arg + L"\"";
             return false;
@@ -89,8 +212,10 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
     }
     if (opts.help)
         return true;
-    if (!opts.headless) {
-        error = L"this kivhost has no property sheet yet: run it with --headless";
+    if (opts.headless && sheetOption) {
+        error =
+            L"--headless opens no sheet: --press, --screenshots, --time and the page steps "
+            L"need the sheet";
         return false;
     }
     if (opts.model.empty())

@@ -2,6 +2,20 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+// The sheet button pressed once every page is up.
+enum class SheetPress { kNone, kOk, kApply, kCancel };
+
+// One scripted step on a page of the open sheet, run in command-line order before the press.
+struct PageAction {
+    enum class Kind { kSet, kSelect, kClick, kTrackbar, kDump };
+    Kind kind = Kind::kSet;
+    std::wstring page;  // tab index or page title; empty only for a dump of every page
+    int control = 0;
+    std::wstring text;  // kSet: the new window text
+    int value = 0;      // kSelect: combo item index; kTrackbar: position
+};
 
 struct HostOptions {
     std::wstring printer;      // --printer; default "KIV " + model
@@ -12,9 +26,21 @@ struct HostOptions {
     bool headless = false;     // --headless: devmode services and common UI entry only
     int logLines = 40;         // --log-lines: how many new log lines to print
     bool help = false;
+
+    // The property sheet (everything below needs a sheet, so it excludes --headless).
+    SheetPress press = SheetPress::kNone;  // --press ok|apply|cancel
+    std::wstring screenshotDir;            // --screenshots DIR
+    bool time = false;                     // --time
+    int timeRuns = 5;                      // --time-runs N (median of N)
+    bool answerYes = false;                // --answer yes|no for the plug-in's questions
+    std::vector<PageAction> actions;       // --page, --set, --select, --click, --trackbar,
+                                           // --dump-controls
 };
 
 inline constexpr wchar_t kDefaultModel[] = L"TRX418A CUT";
+
+// The sheet's opening time may be at most this many times that of an empty sheet.
+inline constexpr double kSheetTimeTarget = 1.5;
 
 // Fills `opts` from the arguments (argv[0] is the program). False with a message on bad input.
 bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts, std::wstring& error);

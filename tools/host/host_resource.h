@@ -1,0 +1,15 @@
+// Resource ids of kivhost's own dialogs: the driver's first page and the blank timing page.
+#pragma once
+
+#define IDD_HOST_DRIVER_PAGE 201
+#define IDD_HOST_BLANK_PAGE 202
+
+#define IDC_HOST_PRINTER 1001
+#define IDC_HOST_MODEL 1002
+#define IDC_HOST_PAPER 1003
+#define IDC_HOST_RESOLUTION 1004
+#define IDC_HOST_ORIENTATION 1005
+#define IDC_HOST_COPIES 1006
+#define IDC_HOST_SOURCE 1007
+#define IDC_HOST_COLOR 1008
+#define IDC_HOST_PLUGIN 1009

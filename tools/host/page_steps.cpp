@@ -1,0 +1,267 @@
+// Scripted steps on the pages of an open property sheet: activation, control changes, dumps.
+#include "page_steps.h"
+
+#include <cwctype>
+
+#include "host_output.h"
+
+namespace {
+
+std::wstring WindowText(HWND window) {
+    const int length = GetWindowTextLengthW(window);
+    if (length <= 0)
+        return {};
+    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
+    const int got = GetWindowTextW(window, text.data(), length + 1);
+    text.resize(got > 0 ? static_cast<size_t>(got) : 0);
+    return text;
+}
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, 64);
+    return name;
+}
+
+bool SameText(const std::wstring& a, const std::wstring& b) {
+    if (a.size() != b.size())
+        return false;
+    for (size_t i = 0; i < a.size(); ++i) {
+        if (std::towlower(a[i]) != std::towlower(b[i]))
+            return false;
+    }
+    return true;
+}
+
+std::string ComboDetails(HWND combo) {
+    std::string details;
+    const LRESULT count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
+    details +=
+        " sel=" + std::to_string(static_cast<long long>(SendMessageW(combo, CB_GETCURSEL, 0, 0)));
+    details += " items=[";
+    for (LRESULT i = 0; i < count && i < 256; ++i) {
+        const LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0);
+        std::wstring item;
+        if (length > 0 && length < 4096) {
+            item.resize(static_cast<size_t>(length) + 1);
+            const LRESULT got = SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i),
+                                             reinterpret_cast<LPARAM>(item.data()));
+            item.resize(got > 0 ? static_cast<size_t>(got) : 0);
+        }
+        if (i > 0)
+            details += ',';
+        details += Quoted(item);
+    }
+    return details + "]";
+}
+
+std::string ButtonDetails(HWND button) {
+    const LONG_PTR type = GetWindowLongPtrW(button, GWL_STYLE) & BS_TYPEMASK;
+    switch (type) {
+        case BS_CHECKBOX:
+        case BS_AUTOCHECKBOX:
+        case BS_3STATE:
+        case BS_AUTO3STATE:
+        case BS_RADIOBUTTON:
+        case BS_AUTORADIOBUTTON:
+            return " checked=" +
+                   std::to_string(static_cast<long long>(SendMessageW(button, BM_GETCHECK, 0, 0)));
+        default:
+            return {};
+    }
+}
+
+// A picture control tells whether its bitmap arrived, and its size.
+std::string StaticDetails(HWND label) {
+    if ((GetWindowLongPtrW(label, GWL_STYLE) & SS_TYPEMASK) != SS_BITMAP)
+        return {};
+    auto bitmap = reinterpret_cast<HBITMAP>(SendMessageW(label, STM_GETIMAGE, IMAGE_BITMAP, 0));
+    BITMAP info = {};
+    if (bitmap == nullptr || GetObjectW(bitmap, sizeof info, &info) == 0)
+        return " bitmap=none";
+    return " bitmap=" + std::to_string(info.bmWidth) + "x" + std::to_string(info.bmHeight);
+}
+
+std::string TrackbarDetails(HWND trackbar) {
+    return " pos=" +
+           std::to_string(static_cast<long long>(SendMessageW(trackbar, TBM_GETPOS, 0, 0))) +
+           " range=" +
+           std::to_string(static_cast<long long>(SendMessageW(trackbar, TBM_GETRANGEMIN, 0, 0))) +
+           ".." +
+           std::to_string(static_cast<long long>(SendMessageW(trackbar, TBM_GETRANGEMAX, 0, 0)));
+}
+
+const char* KindName(PageAction::Kind kind) {
+    switch (kind) {
+        case PageAction::Kind::kSet:
+            return "set";
+        case PageAction::Kind::kSelect:
+            return "select";
+        case PageAction::Kind::kClick:
+            return "click";
+        case PageAction::Kind::kTrackbar:
+            return "trackbar";
+        case PageAction::Kind::kDump:
+            return "dump-controls";
+    }
+    return "?";
+}
+
+}  // namespace
+
+std::vector<std::wstring> SheetPageTitles(HWND sheet) {
+    std::vector<std::wstring> titles;
+    HWND tab = PropSheet_GetTabControl(sheet);
+    if (tab == nullptr)
+        return titles;
+    const int count = TabCtrl_GetItemCount(tab);
+    for (int i = 0; i < count; ++i) {
+        wchar_t text[256] = {};
+        TCITEMW item = {};
+        item.mask = TCIF_TEXT;
+        item.pszText = text;
+        item.cchTextMax = 255;
+        SendMessageW(tab, TCM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+        titles.emplace_back(text);
+    }
+    return titles;
+}
+
+HWND ActivatePage(HWND sheet, int index) {
+    if (index < 0)
+        return nullptr;
+    PropSheet_SetCurSel(sheet, nullptr, index);
+    return PropSheet_IndexToHwnd(sheet, index);
+}
+
+void PumpMessages(HWND sheet, DWORD milliseconds) {
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    do {
+        MSG msg;
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            if (msg.message == WM_QUIT) {
+                // The sheet's own loop must see it, so it goes back.
+                PostQuitMessage(static_cast<int>(msg.wParam));
+                return;
+            }
+            if (sheet == nullptr || !IsDialogMessageW(sheet, &msg)) {
+                TranslateMessage(&msg);
+                DispatchMessageW(&msg);
+            }
+        }
+        if (GetTickCount64() >= end)
+            break;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    } while (true);
+}
+
+int FindPage(const std::vector<std::wstring>& titles, const std::wstring& page) {
+    if (page.empty())
+        return -1;
+    bool digits = page.size() <= 3;
+    for (wchar_t c : page)
+        digits = digits && c >= L'0' && c <= L'9';
+    if (digits) {
+        const int index = std::stoi(page);
+        return index < static_cast<int>(titles.size()) ? index : -1;
+    }
+    for (size_t i = 0; i < titles.size(); ++i) {
+        if (SameText(titles[i], page))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+bool RunPageAction(HWND sheet, const std::vector<std::wstring>& titles, const PageAction& action,
+                   std::wstring& error) {
+    if (action.kind == PageAction::Kind::kDump && action.page.empty()) {
+        for (size_t i = 0; i < titles.size(); ++i) {
+            HWND page = ActivatePage(sheet, static_cast<int>(i));
+            if (page != nullptr)
+                DumpPageControls(page, static_cast<int>(i), titles[i]);
+        }
+        return true;
+    }
+    const int index = FindPage(titles, action.page);
+    if (index < 0) {
+        error = L"the sheet has no page \"" + action.page + L"\"";
+        return false;
+    }
+    HWND page = ActivatePage(sheet, index);
+    if (page == nullptr) {
+        error = L"page " + std::to_wstring(index) + L" did not come up";
+        return false;
+    }
+    if (action.kind == PageAction::Kind::kDump) {
+        DumpPageControls(page, index, titles[static_cast<size_t>(index)]);
+        return true;
+    }
+    HWND control = GetDlgItem(page, action.control);
+    if (control == nullptr) {
+        error = L"page " + std::to_wstring(index) + L" has no control " +
+                std::to_wstring(action.control);
+        return false;
+    }
+    const std::wstring name =
+        L"control " + std::to_wstring(action.control) + L" of page " + std::to_wstring(index);
+    if (!IsWindowEnabled(control) || !IsWindowVisible(control)) {
+        error = name + L" is disabled or hidden, a user could not change it";
+        return false;
+    }
+    std::string shown;
+    switch (action.kind) {
+        case PageAction::Kind::kSet:
+            // An edit control tells its page with EN_CHANGE, as when the user types.
+            SetWindowTextW(control, action.text.c_str());
+            shown = Quoted(action.text);
+            break;
+        case PageAction::Kind::kSelect:
+            if (SendMessageW(control, CB_SETCURSEL, static_cast<WPARAM>(action.value), 0) ==
+                CB_ERR) {
+                error = name + L" has no item " + std::to_wstring(action.value);
+                return false;
+            }
+            // CB_SETCURSEL is silent; a user's choice sends CBN_SELCHANGE.
+            SendMessageW(page, WM_COMMAND, MAKEWPARAM(action.control, CBN_SELCHANGE),
+                         reinterpret_cast<LPARAM>(control));
+            shown = std::to_string(action.value);
+            break;
+        case PageAction::Kind::kClick:
+            SendMessageW(control, BM_CLICK, 0, 0);
+            break;
+        case PageAction::Kind::kTrackbar: {
+            SendMessageW(control, TBM_SETPOS, TRUE, action.value);
+            const LRESULT position = SendMessageW(control, TBM_GETPOS, 0, 0);
+            // A dragged thumb ends with this notification to the page.
+            SendMessageW(page, WM_HSCROLL, MAKEWPARAM(TB_THUMBPOSITION, position),
+                         reinterpret_cast<LPARAM>(control));
+            shown = std::to_string(static_cast<long long>(position));
+            break;
+        }
+        case PageAction::Kind::kDump:
+            break;
+    }
+    Out("STEP page=%d %s %d%s%s\n", index, KindName(action.kind), action.control,
+        shown.empty() ? "" : " ", shown.c_str());
+    return true;
+}
+
+void DumpPageControls(HWND page, int index, const std::wstring& title) {
+    Out("CONTROLS page=%d %s\n", index, Quoted(title).c_str());
+    for (HWND child = GetWindow(page, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        const std::wstring cls = ClassOf(child);
+        std::string details;
+        if (SameText(cls, L"ComboBox"))
+            details = ComboDetails(child);
+        else if (SameText(cls, L"Button"))
+            details = ButtonDetails(child);
+        else if (SameText(cls, L"Static"))
+            details = StaticDetails(child);
+        else if (SameText(cls, TRACKBAR_CLASSW))
+            details = TrackbarDetails(child);
+        Out("CONTROL page=%d id=%d class=%s enabled=%d visible=%d text=%s%s\n", index,
+            GetDlgCtrlID(child), Utf8(cls).c_str(), IsWindowEnabled(child) ? 1 : 0,
+            IsWindowVisible(child) ? 1 : 0, Quoted(WindowText(child)).c_str(), details.c_str());
+    }
+}

@@ -1,0 +1,14 @@
+// Captures a window into a PNG file (the host's --screenshots).
+#pragma once
+
+#include <string>
+
+#include "win/windows_headers.h"
+
+// Captures the window's client area as it stands on the display and writes it as a PNG.
+// False with a reason in `error`; `width` and `height` receive the picture's size.
+bool SaveWindowPng(HWND window, const std::wstring& path, int& width, int& height,
+                   std::wstring& error);
+
+// Creates `dir` and every missing parent. False with a reason in `error`.
+bool MakeDirectories(const std::wstring& dir, std::wstring& error);
