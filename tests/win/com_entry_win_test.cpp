@@ -9,139 +9,96 @@ void* const kGarbage = reinterpret_cast<void*>(static_cast<uintptr_t>(0xBAADF00D
 const GUID kForeignClsid = {
     0x6d6abf26, 0x9f38, 0x11d1, {0x88, 0x2a, 0x00, 0xc0, 0x4f, 0xb9, 0x61, 0xec}};
 
-class ComEntry : public ::testing::Test {
+// The fixture's driver UI object stays alive through every test.
+class ComEntry : public OemUiTest {
   protected:
-    void SetUp() override { ASSERT_TRUE(KivUiDll::Get().Loaded()) << "KivUI.dll not loadable"; }
-    DllGetClassObjectFn GetClassObject() { return KivUiDll::Get().GetClassObject(); }
-    HRESULT CanUnloadNow() { return KivUiDll::Get().CanUnloadNow()(); }
+    void SetUp() override {
+        OemUiTest::SetUp();
+        if (HasFatalFailure())
+            return;
+        ASSERT_EQ(S_OK, GetClassObject()(CLSID_OEMUI, IID_IClassFactory, factory_.out()));
+    }
+    static DllGetClassObjectFn GetClassObject() { return KivUiDll::Get().GetClassObject(); }
+    ComRef<IClassFactory> factory_;
 };
 
-TEST_F(ComEntry, GetClassObjectResults) {
+// On success the caller holds the only reference to a new object; on failure the out pointer is
+// cleared.
+TEST_F(ComEntry, GetClassObjectAndCreateInstanceResults) {
     EXPECT_EQ(E_POINTER, GetClassObject()(CLSID_OEMUI, IID_IClassFactory, nullptr));
-
+    EXPECT_EQ(E_POINTER, factory_->CreateInstance(nullptr, IID_IUnknown, nullptr));
+    void* out = kGarbage;
+    EXPECT_EQ(CLASS_E_NOAGGREGATION, factory_->CreateInstance(factory_.get(), IID_IUnknown, &out));
+    EXPECT_EQ(nullptr, out);
     struct Case {
         const char* what;
-        const GUID& clsid;
+        const GUID* clsid;  // null: the factory's CreateInstance
         const GUID& iid;
         HRESULT expected;
     };
     const Case cases[] = {
-        {"rendering class id", kForeignClsid, IID_IClassFactory, CLASS_E_CLASSNOTAVAILABLE},
-        {"interface id as class id", IID_IPrintOemUI, IID_IClassFactory, CLASS_E_CLASSNOTAVAILABLE},
-        {"class factory", CLSID_OEMUI, IID_IClassFactory, S_OK},
-        {"unknown", CLSID_OEMUI, IID_IUnknown, S_OK},
-        {"the UI interface is not the factory's", CLSID_OEMUI, IID_IPrintOemUI, E_NOINTERFACE},
+        {"rendering class id", &kForeignClsid, IID_IClassFactory, CLASS_E_CLASSNOTAVAILABLE},
+        {"class factory", &CLSID_OEMUI, IID_IClassFactory, S_OK},
+        {"class object as unknown", &CLSID_OEMUI, IID_IUnknown, S_OK},
+        {"the UI interface is not the factory's", &CLSID_OEMUI, IID_IPrintOemUI, E_NOINTERFACE},
+        {"instance as unknown", nullptr, IID_IUnknown, S_OK},
+        {"instance as UI interface", nullptr, IID_IPrintOemUI, S_OK},
+        {"newer UI interface", nullptr, IID_IPrintOemUI2, E_NOINTERFACE},
+        {"common interface alone", nullptr, IID_IPrintOemCommon, E_NOINTERFACE},
+        {"instance as class factory", nullptr, IID_IClassFactory, E_NOINTERFACE},
+        {"driver helper", nullptr, IID_IPrintOemDriverUI, E_NOINTERFACE},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        out = kGarbage;
+        EXPECT_EQ(c.expected, c.clsid != nullptr ? GetClassObject()(*c.clsid, c.iid, &out)
+                                                 : factory_->CreateInstance(nullptr, c.iid, &out));
+        EXPECT_EQ(c.expected == S_OK, out != nullptr);
+        if (c.expected == S_OK && out != nullptr) {
+            EXPECT_EQ(0u, static_cast<IUnknown*>(out)->Release());
+        }
+    }
+}
+
+// Each object answers its own interfaces with one identity and one added reference, and refuses
+// the rest (CreateInstance answers through the object's own query, so its refusals are above).
+TEST_F(ComEntry, QueryInterfaceOfFactoryAndUiObject) {
+    struct Case {
+        const char* what;
+        IUnknown* object;
+        const GUID& iid;
+        HRESULT expected;
+    };
+    const Case cases[] = {
+        {"factory as unknown", factory_.get(), IID_IUnknown, S_OK},
+        {"factory as factory", factory_.get(), IID_IClassFactory, S_OK},
+        {"factory as UI", factory_.get(), IID_IPrintOemUI, E_NOINTERFACE},
+        {"UI as unknown", ui_.get(), IID_IUnknown, S_OK},
+        {"UI as UI", ui_.get(), IID_IPrintOemUI, S_OK},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         void* out = kGarbage;
-        EXPECT_EQ(c.expected, GetClassObject()(c.clsid, c.iid, &out));
-        if (c.expected == S_OK) {
-            ASSERT_NE(nullptr, out);
-            // The caller holds the only reference: one more and one less give 2 and 1.
-            IUnknown* unknown = static_cast<IUnknown*>(out);
-            EXPECT_EQ(2u, unknown->AddRef());
-            EXPECT_EQ(1u, unknown->Release());
-            EXPECT_EQ(0u, unknown->Release());
-        } else {
-            EXPECT_EQ(nullptr, out);
+        EXPECT_EQ(c.expected, c.object->QueryInterface(c.iid, &out));
+        EXPECT_EQ(c.expected == S_OK ? static_cast<void*>(c.object) : nullptr, out);
+        if (c.expected == S_OK && out == c.object) {
+            EXPECT_EQ(1u, c.object->Release());  // one reference added, the fixture's kept
         }
     }
+    EXPECT_EQ(E_POINTER, factory_->QueryInterface(IID_IUnknown, nullptr));
 }
 
-TEST_F(ComEntry, FactoryQueryInterface) {
-    ComRef<IClassFactory> factory;
-    ASSERT_EQ(S_OK, GetClassObject()(CLSID_OEMUI, IID_IClassFactory,
-                                     reinterpret_cast<void**>(factory.out())));
-    void* out = kGarbage;
-    EXPECT_EQ(S_OK, factory->QueryInterface(IID_IUnknown, &out));
-    EXPECT_EQ(static_cast<void*>(factory.get()), out);
-    static_cast<IUnknown*>(out)->Release();
-    EXPECT_EQ(S_OK, factory->QueryInterface(IID_IClassFactory, &out));
-    static_cast<IUnknown*>(out)->Release();
-    out = kGarbage;
-    EXPECT_EQ(E_NOINTERFACE, factory->QueryInterface(IID_IPrintOemUI, &out));
-    EXPECT_EQ(nullptr, out);
-    EXPECT_EQ(E_POINTER, factory->QueryInterface(IID_IUnknown, nullptr));
-    EXPECT_EQ(2u, factory->AddRef());
-    EXPECT_EQ(1u, factory->Release());
-}
-
-TEST_F(ComEntry, CreateInstanceResults) {
-    ComRef<IClassFactory> factory;
-    ASSERT_EQ(S_OK, GetClassObject()(CLSID_OEMUI, IID_IClassFactory,
-                                     reinterpret_cast<void**>(factory.out())));
-    EXPECT_EQ(E_POINTER, factory->CreateInstance(nullptr, IID_IUnknown, nullptr));
-
-    void* out = kGarbage;
-    EXPECT_EQ(
-        CLASS_E_NOAGGREGATION,
-        factory->CreateInstance(reinterpret_cast<IUnknown*>(factory.get()), IID_IUnknown, &out));
-    EXPECT_EQ(nullptr, out);
-
-    struct Case {
-        const char* what;
-        const GUID& iid;
-        HRESULT expected;
-    };
-    const Case cases[] = {
-        {"unknown", IID_IUnknown, S_OK},
-        {"UI interface", IID_IPrintOemUI, S_OK},
-        {"newer UI interface", IID_IPrintOemUI2, E_NOINTERFACE},
-        {"common interface alone", IID_IPrintOemCommon, E_NOINTERFACE},
-        {"class factory", IID_IClassFactory, E_NOINTERFACE},
-        {"driver helper", IID_IPrintOemDriverUI, E_NOINTERFACE},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        out = kGarbage;
-        EXPECT_EQ(c.expected, factory->CreateInstance(nullptr, c.iid, &out));
-        if (c.expected == S_OK) {
-            ASSERT_NE(nullptr, out);
-            IUnknown* unknown = static_cast<IUnknown*>(out);
-            EXPECT_EQ(2u, unknown->AddRef());
-            EXPECT_EQ(1u, unknown->Release());
-            EXPECT_EQ(0u, unknown->Release());
-        } else {
-            EXPECT_EQ(nullptr, out);
-        }
-    }
-}
-
-TEST_F(ComEntry, UiObjectInterfaces) {
-    ComRef<IPrintOemUI> ui(KivUiDll::Get().CreateOemUI());
-    ASSERT_NE(nullptr, ui.get());
-    void* out = kGarbage;
-    EXPECT_EQ(S_OK, ui->QueryInterface(IID_IUnknown, &out));
-    // One identity for both interfaces.
-    EXPECT_EQ(static_cast<void*>(ui.get()), out);
-    static_cast<IUnknown*>(out)->Release();
-    for (const GUID* iid : {&IID_IPrintOemUI2, &IID_IPrintOemCommon, &IID_IClassFactory}) {
-        out = kGarbage;
-        EXPECT_EQ(E_NOINTERFACE, ui->QueryInterface(*iid, &out));
-        EXPECT_EQ(nullptr, out);
-    }
-    EXPECT_EQ(2u, ui->AddRef());
-    EXPECT_EQ(1u, ui->Release());
-}
-
+// Live objects and factories do not hold the module; only LockServer does.
 TEST_F(ComEntry, CanUnloadNowFollowsLockServerOnly) {
-    ASSERT_EQ(S_OK, CanUnloadNow());
-    ComRef<IClassFactory> factory;
-    ASSERT_EQ(S_OK, GetClassObject()(CLSID_OEMUI, IID_IClassFactory,
-                                     reinterpret_cast<void**>(factory.out())));
-    EXPECT_EQ(S_OK, factory->LockServer(TRUE));
-    EXPECT_EQ(S_FALSE, CanUnloadNow());
-    EXPECT_EQ(S_OK, factory->LockServer(TRUE));
-    EXPECT_EQ(S_OK, factory->LockServer(FALSE));
-    EXPECT_EQ(S_FALSE, CanUnloadNow());
-    EXPECT_EQ(S_OK, factory->LockServer(FALSE));
-    EXPECT_EQ(S_OK, CanUnloadNow());
-
-    // Live objects and factories do not hold the module.
-    ComRef<IPrintOemUI> ui(KivUiDll::Get().CreateOemUI());
-    ASSERT_NE(nullptr, ui.get());
-    EXPECT_EQ(S_OK, CanUnloadNow());
+    const DllCanUnloadNowFn canUnloadNow = KivUiDll::Get().CanUnloadNow();
+    EXPECT_EQ(S_OK, canUnloadNow());
+    EXPECT_EQ(S_OK, factory_->LockServer(TRUE));
+    EXPECT_EQ(S_FALSE, canUnloadNow());
+    EXPECT_EQ(S_OK, factory_->LockServer(TRUE));
+    EXPECT_EQ(S_OK, factory_->LockServer(FALSE));
+    EXPECT_EQ(S_FALSE, canUnloadNow());
+    EXPECT_EQ(S_OK, factory_->LockServer(FALSE));
+    EXPECT_EQ(S_OK, canUnloadNow());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Tests of IOemUI as the framework calls it: slot order, GetInfo, DevMode, helper, colour profile.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <vector>
 
@@ -13,137 +14,127 @@
 namespace {
 
 constexpr DWORD kUntouched = 0xA5A5A5A5;
+using OemUi = OemUiTest;
 
-class OemUi : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        ASSERT_TRUE(KivUiDll::Get().Loaded());
-        ui_ = KivUiDll::Get().CreateOemUI();
-        ASSERT_NE(nullptr, ui_);
-    }
-    void TearDown() override {
-        if (ui_ != nullptr)
-            ui_->Release();
-    }
-    IPrintOemUI* ui_ = nullptr;
-};
+uint32_t GetU32(const BYTE* at) {
+    uint32_t v;
+    std::memcpy(&v, at, 4);
+    return v;
+}
+template <typename T>
+UINT_PTR Arg(T* pointer) {
+    return reinterpret_cast<UINT_PTR>(pointer);
+}
 
-// Calls through the raw vtable by slot number, independent of the header's declaration order.
-template <typename Fn>
-Fn Slot(IUnknown* object, size_t index) {
-    void** vtable = *reinterpret_cast<void***>(object);
-    return reinterpret_cast<Fn>(vtable[index]);
+OEMDMPARAM DevModeParam(void* in, void* out, DWORD bufSize) {
+    OEMDMPARAM param{};
+    param.cbSize = sizeof param;
+    param.pOEMDMIn = in;
+    param.pOEMDMOut = out;
+    param.cbBufSize = bufSize;
+    return param;
+}
+
+// Calls a method by its slot in the raw vtable, independent of the header's declaration order.
+// The x64 caller owns the argument area, so zeros past what a method takes are harmless.
+HRESULT CallSlot(IUnknown* object, size_t slot, std::array<UINT_PTR, 8> a = {}) {
+    using Fn = HRESULT(STDMETHODCALLTYPE*)(void*, UINT_PTR, UINT_PTR, UINT_PTR, UINT_PTR, UINT_PTR,
+                                           UINT_PTR, UINT_PTR, UINT_PTR);
+    const Fn fn = reinterpret_cast<Fn>((*reinterpret_cast<void***>(object))[slot]);
+    return fn(object, a[0], a[1], a[2], a[3], a[4], a[5], a[6], a[7]);
 }
 
 TEST_F(OemUi, SlotsInFrameworkOrder) {
-    using GetInfoFn = HRESULT(STDMETHODCALLTYPE*)(void*, DWORD, PVOID, DWORD, PDWORD);
+    IUnknown* ui = ui_.get();
     DWORD value = 0, needed = 0;
-    EXPECT_EQ(S_OK, Slot<GetInfoFn>(ui_, 3)(ui_, OEMGI_GETSIGNATURE, &value, 4, &needed));
+    EXPECT_EQ(S_OK, CallSlot(ui, 3, {OEMGI_GETSIGNATURE, Arg(&value), 4, Arg(&needed)}));
     EXPECT_EQ(0x4B495643u, value);
-
-    using DevModeFn = HRESULT(STDMETHODCALLTYPE*)(void*, DWORD, POEMDMPARAM);
-    OEMDMPARAM param{};
-    param.cbSize = sizeof param;
-    EXPECT_EQ(S_OK, Slot<DevModeFn>(ui_, 4)(ui_, OEMDM_SIZE, &param));
-    EXPECT_EQ(3329u, param.cbBufSize);
-
-    using PublishFn = HRESULT(STDMETHODCALLTYPE*)(void*, IUnknown*);
-    EXPECT_EQ(E_FAIL, Slot<PublishFn>(ui_, 5)(ui_, nullptr));
-
-    using CommonUiFn = HRESULT(STDMETHODCALLTYPE*)(void*, DWORD, POEMCUIPPARAM);
+    OEMDMPARAM param = DevModeParam(nullptr, nullptr, 0);
+    EXPECT_EQ(S_OK, CallSlot(ui, 4, {OEMDM_SIZE, Arg(&param)}));
+    EXPECT_EQ(OEMDEV_SIZE, param.cbBufSize);
+    EXPECT_EQ(E_FAIL, CallSlot(ui, 5));  // PublishDriverInterface(nullptr)
     OEMCUIPPARAM cuip{};
     cuip.cOEMOptItems = 7;
-    EXPECT_EQ(S_OK, Slot<CommonUiFn>(ui_, 6)(ui_, OEMCUIP_PRNPROP, &cuip));
+    EXPECT_EQ(S_OK, CallSlot(ui, 6, {OEMCUIP_PRNPROP, Arg(&cuip)}));
     EXPECT_EQ(0u, cuip.cOEMOptItems);
-
-    using SheetsFn = HRESULT(STDMETHODCALLTYPE*)(void*, PPROPSHEETUI_INFO, LPARAM);
-    PROPSHEETUI_INFO info{};
-    EXPECT_EQ(S_OK, Slot<SheetsFn>(ui_, 8)(ui_, &info, 0));
-
-    using DevQueryFn =
-        HRESULT(STDMETHODCALLTYPE*)(void*, POEMUIOBJ, PDEVQUERYPRINT_INFO, DEVMODEW*, PVOID);
-    EXPECT_EQ(E_NOTIMPL, Slot<DevQueryFn>(ui_, 9)(ui_, nullptr, nullptr, nullptr, nullptr));
-    using DevCapsFn = HRESULT(STDMETHODCALLTYPE*)(void*, POEMUIOBJ, HANDLE, PWSTR, WORD, PVOID,
-                                                  DEVMODEW*, PVOID, DWORD, DWORD*);
-    EXPECT_EQ(E_NOTIMPL, Slot<DevCapsFn>(ui_, 10)(ui_, nullptr, nullptr, nullptr, 0, nullptr,
-                                                  nullptr, nullptr, 0, nullptr));
-    using UpgradeFn = HRESULT(STDMETHODCALLTYPE*)(void*, DWORD, PBYTE);
-    EXPECT_EQ(E_NOTIMPL, Slot<UpgradeFn>(ui_, 11)(ui_, 1, nullptr));
-    using PrinterEventFn = HRESULT(STDMETHODCALLTYPE*)(void*, PWSTR, INT, DWORD, LPARAM);
-    EXPECT_EQ(E_NOTIMPL, Slot<PrinterEventFn>(ui_, 12)(ui_, nullptr, 0, 0, 0));
-    using DriverEventFn = HRESULT(STDMETHODCALLTYPE*)(void*, DWORD, DWORD, LPBYTE, LPARAM);
-    EXPECT_EQ(E_NOTIMPL, Slot<DriverEventFn>(ui_, 13)(ui_, 1, 1, nullptr, 0));
-
-    using ProfileFn = HRESULT(STDMETHODCALLTYPE*)(void*, HANDLE, POEMUIOBJ, DEVMODEW*, PVOID, ULONG,
-                                                  VOID*, ULONG*, FLONG*);
     ULONG size = 0;
-    EXPECT_EQ(E_FAIL, Slot<ProfileFn>(ui_, 14)(ui_, nullptr, nullptr, nullptr, nullptr,
-                                               QCP_DEVICEPROFILE, nullptr, &size, nullptr));
+    EXPECT_EQ(E_FAIL, CallSlot(ui, 14, {0, 0, 0, 0, QCP_DEVICEPROFILE, 0, Arg(&size)}));
     EXPECT_EQ(32u, size);
-
-    using FontDlgFn = HRESULT(STDMETHODCALLTYPE*)(void*, HWND, UINT, WPARAM, LPARAM);
-    EXPECT_EQ(E_NOTIMPL, Slot<FontDlgFn>(ui_, 15)(ui_, nullptr, 0, 0, 0));
-    using FontsFn = HRESULT(STDMETHODCALLTYPE*)(void*, HANDLE, HANDLE, PWSTR);
-    EXPECT_EQ(E_NOTIMPL, Slot<FontsFn>(ui_, 16)(ui_, nullptr, nullptr, nullptr));
+    for (size_t slot : {9, 10, 11, 12, 13, 15, 16}) {
+        SCOPED_TRACE(slot);
+        EXPECT_EQ(E_NOTIMPL, CallSlot(ui, slot));
+    }
 }
 
 TEST_F(OemUi, GetInfoCases) {
+    // kUntouched: last error, pcbNeeded or the buffer left alone.
     struct Case {
         const char* what;
-        DWORD mode;
-        bool buffer;
-        DWORD cbSize;
-        bool withNeeded;
+        DWORD mode, cbSize;
+        bool buffer, withNeeded;
         HRESULT hr;
-        DWORD lastError;  // kUntouched: not checked
-        DWORD needed;     // kUntouched: left alone
-        DWORD value;      // kUntouched: buffer left alone
+        DWORD lastError, needed, value;
     };
+    const DWORD kNone = kUntouched;
     const Case cases[] = {
-        {"signature", OEMGI_GETSIGNATURE, true, 4, true, S_OK, kUntouched, 4, 0x4B495643},
-        {"version", OEMGI_GETVERSION, true, 8, true, S_OK, kUntouched, 4, 1},
-        {"interface version is refused", OEMGI_GETINTERFACEVERSION, true, 4, true, E_FAIL, 87,
-         kUntouched, kUntouched},
-        {"mode 0", 0, true, 4, true, E_FAIL, 87, kUntouched, kUntouched},
-        {"mode 5", OEMGI_GETREQUESTEDHELPERINTERFACES, true, 4, true, E_FAIL, 87, kUntouched,
-         kUntouched},
-        {"no pcbNeeded", OEMGI_GETSIGNATURE, true, 4, false, E_FAIL, 87, kUntouched, kUntouched},
-        {"3-byte buffer", OEMGI_GETSIGNATURE, true, 3, true, E_FAIL, 122, 4, kUntouched},
-        {"no buffer", OEMGI_GETVERSION, false, 4, true, E_FAIL, 122, 4, kUntouched},
-        {"publisher info", OEMGI_GETPUBLISHERINFO, true, 4, true, E_FAIL, 50, 0, kUntouched},
+        {"signature", OEMGI_GETSIGNATURE, 4, true, true, S_OK, kNone, 4, 0x4B495643},
+        {"version", OEMGI_GETVERSION, 8, true, true, S_OK, kNone, 4, 1},
+        {"interface version", OEMGI_GETINTERFACEVERSION, 4, true, true, E_FAIL, 87, kNone, kNone},
+        {"mode 0", 0, 4, true, true, E_FAIL, 87, kNone, kNone},
+        {"mode 5", OEMGI_GETREQUESTEDHELPERINTERFACES, 4, true, true, E_FAIL, 87, kNone, kNone},
+        {"no pcbNeeded", OEMGI_GETSIGNATURE, 4, true, false, E_FAIL, 87, kNone, kNone},
+        {"3-byte buffer", OEMGI_GETSIGNATURE, 3, true, true, E_FAIL, 122, 4, kNone},
+        {"no buffer", OEMGI_GETVERSION, 4, false, true, E_FAIL, 122, 4, kNone},
+        {"publisher info", OEMGI_GETPUBLISHERINFO, 4, true, true, E_FAIL, 50, 0, kNone},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
-        DWORD value = kUntouched;
-        DWORD needed = kUntouched;
+        DWORD value = kUntouched, needed = kUntouched;
         SetLastError(kUntouched);
         EXPECT_EQ(c.hr, ui_->GetInfo(c.mode, c.buffer ? &value : nullptr, c.cbSize,
                                      c.withNeeded ? &needed : nullptr));
-        if (c.lastError != kUntouched) {
-            EXPECT_EQ(c.lastError, GetLastError());
-        }
+        EXPECT_EQ(c.lastError, GetLastError());
         EXPECT_EQ(c.needed, needed);
         EXPECT_EQ(c.value, value);
     }
 }
 
+// The object compiled into this program, where its state and the log can be reached.
+class OemUiInProcess : public ::testing::Test {
+  protected:
+    ~OemUiInProcess() override {
+        ui_->Release();
+        TheLog().SetPlatform(before_);
+    }
+    LogPlatform* const before_ = TheLog().Platform();
+    IOemUI* const ui_ = new IOemUI();  // installs the Windows log platform
+};
+
+// Why mode 2 is refused, and a failed reference check is logged rather than fatal.
+TEST_F(OemUiInProcess, LogTexts) {
+    ScopedTestLog log(kLogWarning, 0, u"CheckPrinter");
+    DWORD value = 0, needed = 0;
+    EXPECT_EQ(E_FAIL, ui_->GetInfo(OEMGI_GETINTERFACEVERSION, &value, 4, &needed));
+    EXPECT_TRUE(KivCheck(true, "0 == m_cRef", "intrface", 48));
+    EXPECT_FALSE(KivCheck(false, "0 == m_cRef", "intrface", 48));
+    EXPECT_EQ(log.Messages(),
+              (std::vector<std::string>{"exit pcbNeeded is NULL! ERROR_INVALID_PARAMETER",
+                                        "Assertion failed: 0 == m_cRef, file intrface, line 48"}));
+}
+
 TEST_F(OemUi, QueryColorProfileCases) {
     struct Case {
         const char* what;
-        ULONG mode;
-        ULONG bufferBytes;  // 0: no buffer
+        ULONG mode, bufferBytes;  // bufferBytes 0: no buffer
         HRESULT hr;
         ULONG sizeAfter;
-        FLONG flagsAfter;
-        bool nameWritten;
     };
     const Case cases[] = {
-        {"source profile is not served", QCP_SOURCEPROFILE, 64, E_FAIL, 64, 0, false},
-        {"no buffer asks for 32", QCP_DEVICEPROFILE, 0, E_FAIL, 32, 0, false},
-        {"30 bytes would hold the name, still 32 asked", QCP_DEVICEPROFILE, 30, E_FAIL, 32, 0,
-         false},
-        {"exactly 32", QCP_DEVICEPROFILE, 32, S_OK, 32, QCP_PROFILEDISK, true},
-        {"larger buffer reports 32", QCP_DEVICEPROFILE, 64, S_OK, 32, QCP_PROFILEDISK, true},
+        {"source profile is not served", QCP_SOURCEPROFILE, 64, E_FAIL, 64},
+        {"no buffer asks for 32", QCP_DEVICEPROFILE, 0, E_FAIL, 32},
+        {"30 bytes would hold the name, still 32 asked", QCP_DEVICEPROFILE, 30, E_FAIL, 32},
+        {"exactly 32", QCP_DEVICEPROFILE, 32, S_OK, 32},
+        {"larger buffer reports 32", QCP_DEVICEPROFILE, 64, S_OK, 32},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
@@ -155,194 +146,99 @@ TEST_F(OemUi, QueryColorProfileCases) {
                                                c.bufferBytes == 0 ? nullptr : buffer.data(), &size,
                                                &flags));
         EXPECT_EQ(c.sizeAfter, size);
-        EXPECT_EQ(c.flagsAfter, flags);
-        if (c.hr == E_FAIL && c.mode == QCP_DEVICEPROFILE) {
-            EXPECT_EQ(122u, GetLastError());
-        }
-        if (c.nameWritten) {
-            EXPECT_STREQ(L"OEMPROFILE.icm", reinterpret_cast<const wchar_t*>(buffer.data()));
-        } else {
-            EXPECT_EQ(0xEE, buffer[0]);
-        }
-        // Never a byte past what the caller offered.
-        if (c.bufferBytes != 0 && c.bufferBytes < buffer.size()) {
-            EXPECT_EQ(0xEE, buffer[c.bufferBytes]);
-        }
+        EXPECT_EQ(c.hr == S_OK ? static_cast<FLONG>(QCP_PROFILEDISK) : 0, flags);
+        EXPECT_EQ(c.mode == QCP_DEVICEPROFILE && c.hr == E_FAIL ? 122u : 0u, GetLastError());
+        EXPECT_EQ(c.hr == S_OK, std::memcmp(buffer.data(), L"OEMPROFILE.icm", 30) == 0);
+        EXPECT_EQ(c.hr == S_OK ? 'O' : 0xEE, buffer[0]);
+        EXPECT_EQ(0xEE, buffer[c.bufferBytes]);  // nothing past what the caller offered
     }
 }
 
-// A record placed so that its last readable byte is the last byte before an inaccessible page:
-// any read past the size the record declares faults.
-class GuardedRecord {
-  public:
-    explicit GuardedRecord(size_t bytes) : bytes_(bytes) {
-        SYSTEM_INFO si;
-        GetSystemInfo(&si);
-        page_ = si.dwPageSize;
-        const size_t dataPages = (bytes + page_ - 1) / page_;
-        base_ = static_cast<BYTE*>(VirtualAlloc(nullptr, (dataPages + 1) * page_,
-                                                MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+// A record of ours declaring `bytes` bytes, placed so that its last byte is the last one before an
+// inaccessible page: any read past the size it declares faults. Every call reuses the same page.
+BYTE* GuardedRecord(size_t bytes, BYTE fill) {
+    static BYTE* const page = [] {
+        auto* p = static_cast<BYTE*>(
+            VirtualAlloc(nullptr, 2 * 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
         DWORD old = 0;
-        VirtualProtect(base_ + dataPages * page_, page_, PAGE_NOACCESS, &old);
-        data_ = base_ + dataPages * page_ - bytes;
-    }
-    ~GuardedRecord() { VirtualFree(base_, 0, MEM_RELEASE); }
-    GuardedRecord(const GuardedRecord&) = delete;
-    GuardedRecord& operator=(const GuardedRecord&) = delete;
-    BYTE* data() { return data_; }
-
-  private:
-    size_t bytes_;
-    size_t page_ = 0;
-    BYTE* base_ = nullptr;
-    BYTE* data_ = nullptr;
-};
-
-void PutU32(BYTE* at, uint32_t value) {
-    std::memcpy(at, &value, 4);
-}
-uint32_t GetU32(const BYTE* at) {
-    uint32_t v;
-    std::memcpy(&v, at, 4);
-    return v;
+        VirtualProtect(p + 4096, 4096, PAGE_NOACCESS, &old);
+        return p;
+    }();
+    BYTE* data = page + 4096 - bytes;
+    std::memset(data, fill, bytes);
+    const uint32_t header[3] = {static_cast<uint32_t>(bytes), KIVITEM_SIGNATURE, 1};
+    std::memcpy(data, header, sizeof header);
+    return data;
 }
 
-TEST_F(OemUi, DevModeParameterChecks) {
+TEST_F(OemUi, DevModeNeverReadsOrWritesPastARecord) {
     struct Case {
         const char* what;
-        DWORD mode;
+        DWORD mode, bufSize;
         bool param;
-        DWORD bufSize;
         HRESULT hr;
         DWORD lastError;
     };
     const Case cases[] = {
-        {"mode 0", 0, true, OEMDEV_SIZE, E_FAIL, 87},
-        {"mode 5", 5, true, OEMDEV_SIZE, E_FAIL, 87},
-        {"no parameter block", OEMDM_SIZE, false, 0, E_FAIL, 87},
-        {"default into a short buffer", OEMDM_DEFAULT, true, OEMDEV_SIZE - 1, E_FAIL, 87},
-        {"merge into a short buffer", OEMDM_MERGE, true, 100, E_FAIL, 87},
-        {"default into a whole buffer", OEMDM_DEFAULT, true, OEMDEV_SIZE, S_OK, kUntouched},
+        {"mode 5", 5, OEMDEV_SIZE, true, E_FAIL, 87},
+        {"size without a parameter block", OEMDM_SIZE, 0, false, E_FAIL, 87},
+        {"default into a short buffer", OEMDM_DEFAULT, OEMDEV_SIZE - 1, true, E_FAIL, 87},
+        {"merge into a short buffer", OEMDM_MERGE, 100, true, E_FAIL, 87},
+        {"default into a whole buffer", OEMDM_DEFAULT, OEMDEV_SIZE, true, S_OK, kUntouched},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         std::vector<BYTE> in(OEMDEV_SIZE, 0), out(OEMDEV_SIZE + 16, 0x77);
-        OEMDMPARAM param{};
-        param.cbSize = sizeof param;
-        param.pOEMDMIn = in.data();
-        param.pOEMDMOut = out.data();
-        param.cbBufSize = c.bufSize;
+        OEMDMPARAM param = DevModeParam(in.data(), out.data(), c.bufSize);
         SetLastError(kUntouched);
         EXPECT_EQ(c.hr, ui_->DevMode(c.mode, c.param ? &param : nullptr));
         EXPECT_EQ(c.lastError, GetLastError());
-        if (c.hr == E_FAIL) {
-            EXPECT_EQ(0x77, out[0]);  // nothing written
-        }
-        EXPECT_EQ(0x77, out[OEMDEV_SIZE]);  // never past the record
+        EXPECT_EQ(c.hr == S_OK ? OEMDEV_SIZE : 0x77777777u, GetU32(&out[0]));
+        EXPECT_EQ(0x77, out[OEMDEV_SIZE]);
     }
-}
 
-TEST_F(OemUi, DevModeServices) {
-    OEMDMPARAM param{};
-    param.cbSize = sizeof param;
-    param.cbBufSize = 1;
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_SIZE, &param));
-    EXPECT_EQ(OEMDEV_SIZE, param.cbBufSize);
-
+    // Into a default record, conversion and merge read only the 1000 bytes the incoming record
+    // declares.
     std::vector<BYTE> out(OEMDEV_SIZE, 0x33);
-    param.pOEMDMOut = out.data();
-    param.cbBufSize = OEMDEV_SIZE;
+    OEMDMPARAM param = DevModeParam(GuardedRecord(1000, 0x41), out.data(), OEMDEV_SIZE);
     ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_DEFAULT, &param));
-    EXPECT_EQ(OEMDEV_SIZE, GetU32(&out[0]));
-    EXPECT_EQ(KIVITEM_SIGNATURE, GetU32(&out[4]));
-    EXPECT_EQ(KIVITEM_SIGN_H, GetU32(&out[12]));
-    EXPECT_EQ(2u, GetU32(&out[20]));
-    EXPECT_EQ(0, out[24]);
-    EXPECT_EQ(KIVITEM_SIGN_T, GetU32(&out[3325]));
-
-    // Conversion reads only what the incoming record declares, here 1000 bytes at a page end.
-    GuardedRecord in(1000);
-    std::memset(in.data(), 0x41, 1000);
-    PutU32(in.data(), 1000);
-    PutU32(in.data() + 4, KIVITEM_SIGNATURE);
-    PutU32(in.data() + 8, 1);
-    param.pOEMDMIn = in.data();
     ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_CONVERT, &param));
     EXPECT_EQ(OEMDEV_SIZE, GetU32(&out[0]));
     EXPECT_EQ(0x41, out[999]);
     EXPECT_EQ(0, out[1000]);
     EXPECT_EQ(KIVITEM_SIGN_T, GetU32(&out[3321]));
-    // The merge copy reads no further either.
     ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
 }
 
-// Opens the document pages far enough to reach the object's state through pOEMUserData.
-OemUiState* StateAfterDocumentPass(IPrintOemUI* ui, const std::wstring& printer) {
-    OPTITEM items[1]{};
-    OEMCUIPPARAM cuip{};
-    cuip.cbSize = sizeof cuip;
-    cuip.pPrinterName = const_cast<PWSTR>(printer.c_str());
-    cuip.pOEMOptItems = items;
-    if (ui->CommonUIProp(OEMCUIP_DOCPROP, &cuip) != S_OK)
-        return nullptr;
-    return static_cast<OemUiState*>(cuip.pOEMUserData);
-}
-
-TEST_F(OemUi, MergeKeepsTheIncomingRecord) {
-    const std::wstring printer = ScratchPrinterName(L"merge");
-    ScratchConfigKey key(printer);
-    // An incoming record with broken head guards: the merged output is reset, the kept copy is
-    // the incoming record byte for byte.
-    std::vector<BYTE> in(OEMDEV_SIZE, 0x5C);
-    PutU32(&in[0], OEMDEV_SIZE);
-    PutU32(&in[4], KIVITEM_SIGNATURE);
-    PutU32(&in[8], 1);
-    std::vector<BYTE> out(OEMDEV_SIZE, 0);
-    PutU32(&out[0], OEMDEV_SIZE);
-    PutU32(&out[4], KIVITEM_SIGNATURE);
-    OEMDMPARAM param{};
-    param.cbSize = sizeof param;
-    param.pOEMDMIn = in.data();
-    param.pOEMDMOut = out.data();
-    param.cbBufSize = OEMDEV_SIZE;
+TEST_F(OemUiInProcess, MergeKeepsTheIncomingRecord) {
+    // Broken head guards: the merged output is reset, the kept copy is the incoming record byte
+    // for byte.
+    BYTE* in = GuardedRecord(OEMDEV_SIZE, 0x5C);
+    std::vector<BYTE> out(OEMDEV_SIZE, 0x11);
+    std::memcpy(out.data(), in, 8);  // our size and signature
+    OEMDMPARAM param = DevModeParam(in, out.data(), OEMDEV_SIZE);
     ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
-    EXPECT_EQ(0, out[24]);  // body reset in the output
-
-    OemUiState* state = StateAfterDocumentPass(ui_, printer);
-    ASSERT_NE(nullptr, state);
-    EXPECT_EQ(0, std::memcmp(&state->savedOEMDev, in.data(), OEMDEV_SIZE));
-    // The working copy was repaired from it: the guards were broken.
-    EXPECT_EQ(KIVITEM_SIGN_H, state->workOEMDev.dwSignHead1);
+    EXPECT_EQ(0, out[24]);
+    const BYTE* saved = reinterpret_cast<const BYTE*>(&ui_->State().savedOEMDev);
+    EXPECT_EQ(0, std::memcmp(saved, in, OEMDEV_SIZE));
 
     // A shorter incoming record is kept as far as it goes; the rest of the copy is zero.
-    GuardedRecord shortIn(500);
-    std::memset(shortIn.data(), 0x6D, 500);
-    PutU32(shortIn.data(), 500);
-    PutU32(shortIn.data() + 4, KIVITEM_SIGNATURE);
-    param.pOEMDMIn = shortIn.data();
+    param.pOEMDMIn = GuardedRecord(500, 0x6D);
     ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
-    const BYTE* saved = reinterpret_cast<const BYTE*>(&state->savedOEMDev);
-    EXPECT_EQ(0, std::memcmp(saved, shortIn.data(), 500));
+    EXPECT_EQ(0, std::memcmp(saved, param.pOEMDMIn, 500));
     EXPECT_EQ(0, saved[500]);
     EXPECT_EQ(0, saved[OEMDEV_SIZE - 1]);
 }
 
-// An IUnknown that hands out a driver helper (or refuses to) and counts references.
+// A driver helper that counts references and queries.
 class FakeHelper : public IPrintOemDriverUI {
   public:
-    explicit FakeHelper(bool answers) : answers_(answers) {}
     LONG refs = 1;
     int queries = 0;
     STDMETHODIMP QueryInterface(REFIID riid, void** ppv) override {
         ++queries;
-        if (answers_ &&
-            (IsEqualIID(riid, IID_IPrintOemDriverUI) || IsEqualIID(riid, IID_IUnknown))) {
-            *ppv = static_cast<IPrintOemDriverUI*>(this);
-            AddRef();
-            return S_OK;
-        }
-        *ppv = nullptr;
-        return E_NOINTERFACE;
+        *ppv = IsEqualIID(riid, IID_IPrintOemDriverUI) ? this : nullptr;
+        return *ppv != nullptr ? (AddRef(), S_OK) : E_NOINTERFACE;
     }
     STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++refs); }
     STDMETHODIMP_(ULONG) Release() override { return static_cast<ULONG>(--refs); }
@@ -351,33 +247,18 @@ class FakeHelper : public IPrintOemDriverUI {
     }
     STDMETHODIMP DrvUpgradeRegistrySetting(HANDLE, PCSTR, PCSTR) override { return E_NOTIMPL; }
     STDMETHODIMP DrvUpdateUISetting(PVOID, PVOID, DWORD, DWORD) override { return E_NOTIMPL; }
-
-  private:
-    bool answers_;
 };
 
 TEST_F(OemUi, PublishDriverInterfaceKeepsTheFirstHelper) {
-    FakeHelper refusing(false), first(true), second(true);
-    EXPECT_EQ(E_FAIL, ui_->PublishDriverInterface(&refusing));
+    FakeHelper first, second;
+    EXPECT_EQ(E_FAIL, ui_->PublishDriverInterface(ui_.get()));  // no helper behind this one
     EXPECT_EQ(S_OK, ui_->PublishDriverInterface(&first));
     EXPECT_EQ(2, first.refs);
     EXPECT_EQ(S_OK, ui_->PublishDriverInterface(&second));
     EXPECT_EQ(0, second.queries);
     EXPECT_EQ(1, second.refs);
-    // Destroying the object releases the helper it held.
-    ui_->Release();
-    ui_ = nullptr;
+    ui_.detach()->Release();  // destroying the object releases the helper it held
     EXPECT_EQ(1, first.refs);
-}
-
-TEST(OemUiCheck, FailedReferenceCheckIsLoggedNotFatal) {
-    ScopedTestLog log(kLogError, 0, u"CheckPrinter");
-    EXPECT_TRUE(KivCheck(true, "0 == m_cRef", "intrface", 48));
-    EXPECT_EQ("", log.Text());
-    EXPECT_FALSE(KivCheck(false, "0 == m_cRef", "intrface", 48));
-    const std::vector<std::string> messages = log.Messages();
-    ASSERT_EQ(1u, messages.size());
-    EXPECT_EQ("Assertion failed: 0 == m_cRef, file intrface, line 48", messages[0]);
 }
 
 }  // namespace
