@@ -1,7 +1,7 @@
 // IOemUI::CommonUIProp: the fixed sequence that prepares every opening of the document pages.
 #include "entry/common_ui.h"
 #include "entry/gpd_reader_win.h"
-#include "entry/intrface.h"
+#include "entry/intrface_win.h"
 #include "entry/property_page_entry_win.h"
 #include "entry/record_repair.h"
 #include "infra/log.h"

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <new>
 
-#include "entry/intrface.h"
+#include "entry/intrface_win.h"
 #include "infra/log.h"
 #include "infra/log_platform_win.h"
 

@@ -3,8 +3,8 @@
 
 #include <cstring>
 
-#include "entry/oem_ui_state.h"
-#include "pages/page_context.h"
+#include "session/oem_ui_state.h"
+#include "session/page_context_win.h"
 #include "pages/save_settings_win.h"
 #include "infra/log.h"
 #include "settings/ui_device_common.h"

@@ -1,8 +1,8 @@
 // The document properties callback that the framework calls on apply and on page changes.
 #pragma once
 
-#include "win/windows_headers.h"
-#include "win/oem_framework.h"
+#include "win/windows_headers_win.h"
+#include "win/oem_framework_win.h"
 
 // The shared page block of a sheet; the page framework defines it.
 struct PageContext;

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "entry/gpd_reader.h"
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 // Reads GPD files from one folder (the driver's), each whole and bounded.
 class GpdFolderSource : public GpdFileSource {

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "entry/devmode.h"
-#include "entry/intrface.h"
+#include "entry/intrface_win.h"
 #include "entry/property_sheets_win.h"
 #include "entry/property_page_entry_win.h"
 #include "infra/log.h"

@@ -1,8 +1,8 @@
 // The common UI entry's last step: the document and printer branches of hrOEMPropertyPage.
 #pragma once
 
-#include "win/windows_headers.h"
-#include "win/oem_framework.h"
+#include "win/windows_headers_win.h"
+#include "win/oem_framework_win.h"
 
 // OEMCUIP_DOCPROP goes to hrDocumentPropertyPage, OEMCUIP_PRNPROP to hrPrinterPropertyPage; any
 // other mode fails with E_FAIL and last error 87.

@@ -3,10 +3,10 @@
 
 #include <cstddef>
 
-#include "entry/intrface.h"
+#include "entry/intrface_win.h"
 #include "entry/page_registration.h"
 #include "infra/log.h"
-#include "pages/page_context.h"
+#include "session/page_context_win.h"
 #include "pages/page_framework_win.h"
 #include "settings/ui_device_common.h"
 

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
-#include "entry/oem_ui_state.h"
-#include "win/windows_headers.h"
-#include "win/oem_framework.h"
+#include "session/oem_ui_state.h"
+#include "win/windows_headers_win.h"
+#include "win/oem_framework_win.h"
 
 // The process-wide administrator flag (0 off, 1 on); the Version page toggles it through the
 // pointer the registration keeps.

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "infra/log.h"
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 class WinLogPlatform : public LogPlatform {
   public:

@@ -7,7 +7,7 @@
 
 #include "infra/config.h"
 #include "win/text_win.h"
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 // Every operation opens its key, does its work and closes the key again: keys are never held
 // between requests. Reads open with KEY_READ, writes with KEY_WRITE, both in the 64-bit view.

@@ -5,11 +5,11 @@
 #include <string_view>
 
 #include "pages/label_tables.h"
-#include "pages/page_context.h"
+#include "session/page_context_win.h"
 #include "pages/page_id.h"
 #include "pages/page_rules.h"
 #include "win/text_win.h"
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 struct PageIdentity {
     const char* logName;    // the function name of the page's log lines

@@ -1,7 +1,7 @@
 // Apply: validating the visited pages, reading them back and saving the record for the framework.
 #pragma once
 
-#include "pages/page_context.h"
+#include "session/page_context_win.h"
 #include "pages/page_framework_win.h"
 #include "pages/page_rules.h"
 #include "settings/ui_device_common.h"

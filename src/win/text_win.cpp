@@ -1,7 +1,7 @@
 // Conversions between 8-bit text in the ANSI code page, Win32 wide text and core UTF-16 text.
 #include "win/text_win.h"
 
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 std::wstring WidenAnsi(std::string_view text) {
     const int length = static_cast<int>(text.size());

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "entry/gpd_reader_win.h"
-#include "entry/oem_ui_state.h"
+#include "session/oem_ui_state.h"
 #include "infra/registry_win.h"
 #include "kivui_dll_win.h"
 #include "settings/oemdev.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 #include "wine_printer.h"
 
 inline std::string Narrow(const std::wstring& w) {

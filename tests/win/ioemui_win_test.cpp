@@ -5,8 +5,8 @@
 #include <cstring>
 #include <vector>
 
-#include "entry/intrface.h"
-#include "entry/oem_ui_state.h"
+#include "entry/intrface_win.h"
+#include "session/oem_ui_state.h"
 #include "fake_log_platform.h"
 #include "kivui_dll_win.h"
 #include "settings/oemdev.h"

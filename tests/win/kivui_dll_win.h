@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "win/windows_headers.h"
-#include "win/oem_framework.h"
+#include "win/windows_headers_win.h"
+#include "win/oem_framework_win.h"
 
 using DllGetClassObjectFn = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
 using DllCanUnloadNowFn = HRESULT(STDAPICALLTYPE*)();

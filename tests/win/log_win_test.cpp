@@ -12,7 +12,7 @@
 
 #include "infra/log.h"
 #include "infra/log_platform_win.h"
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 namespace {
 

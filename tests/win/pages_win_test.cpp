@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "../../resources/resource.h"
-#include "entry/oem_ui_state.h"
+#include "session/oem_ui_state.h"
 #include "pages/page_framework_win.h"
 #include "pages/save_settings_win.h"
 #include "settings/ui_device_common.h"
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 namespace {
 

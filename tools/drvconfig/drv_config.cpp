@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "win/oem_framework.h"
+#include "win/oem_framework_win.h"
 
 namespace {
 

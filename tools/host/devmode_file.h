@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 struct StoredDevmode {
     DEVMODEW publicDM = {};

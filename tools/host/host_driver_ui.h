@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "win/oem_framework.h"
+#include "win/oem_framework_win.h"
 
 // Answers DrvGetDriverSetting from a fixed table of feature -> selected option, like the
 // universal driver answers from the GPD's current selections. The other two methods are not

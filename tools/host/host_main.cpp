@@ -20,7 +20,7 @@
 #include "host_output.h"
 #include "settings/record_dump.h"
 #include "sheet_host.h"
-#include "win/oem_framework.h"
+#include "win/oem_framework_win.h"
 #include "wine_printer.h"
 
 namespace {

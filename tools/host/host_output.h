@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string>
 
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 inline std::string Utf8(const std::wstring& w) {
     if (w.empty())

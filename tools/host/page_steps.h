@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "host_options.h"
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 // The titles of the sheet's pages, in tab order.
 std::vector<std::wstring> SheetPageTitles(HWND sheet);

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 // Captures the window's client area as it stands on the display and writes it as a PNG.
 // False with a reason in `error`; `width` and `height` receive the picture's size.

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host_options.h"
-#include "win/oem_framework.h"
+#include "win/oem_framework_win.h"
 
 // What the sheet needs from the host's run. Every pointer must outlive the sheet.
 struct SheetPlugin {

@@ -8,7 +8,7 @@
 
 #include <string>
 
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 struct WinePrinterSetup {
     std::wstring printerName;  // e.g. L"KIV TRX418A CUT"

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "entry/oem_ui_state.h"
-#include "win/windows_headers.h"
-#include "win/oem_framework.h"
+#include "session/oem_ui_state.h"
+#include "win/windows_headers_win.h"
+#include "win/oem_framework_win.h"
 
 // The page registration allocates this block on the framework's heap, zero-filled and 200
 // bytes long, and hands it to every page as the lParam of its PROPSHEETPAGEW. The head is

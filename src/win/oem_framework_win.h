@@ -2,11 +2,11 @@
 // structures).
 #pragma once
 
-// Include after win/windows_headers.h.
+// Include after win/windows_headers_win.h.
 #include <cstddef>
 
 #include "entry/devmode.h"  // OEMDM_SIZE .. OEMDM_MERGE
-#include "win/windows_headers.h"
+#include "win/windows_headers_win.h"
 
 // wingdi.h and winspool.h turn these names into ...A/...W macros, which would silently rename
 // the interface methods below (the slots stay, the source names drift). Code that needs the

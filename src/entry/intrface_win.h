@@ -1,9 +1,9 @@
 // The plug-in's COM classes: the class factory IOemCF and the driver UI interface object IOemUI.
 #pragma once
 
-#include "entry/oem_ui_state.h"
-#include "win/windows_headers.h"
-#include "win/oem_framework.h"
+#include "session/oem_ui_state.h"
+#include "win/windows_headers_win.h"
+#include "win/oem_framework_win.h"
 
 // Module-wide state kept by the entry points.
 HMODULE KivModuleHandle();

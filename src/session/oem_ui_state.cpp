@@ -1,5 +1,5 @@
 // OemUiState's constructor and destructor, where the capability object's type is complete.
-#include "entry/oem_ui_state.h"
+#include "session/oem_ui_state.h"
 
 #include "settings/ui_device_common.h"
 
