@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "entry/page_registration.h"
+#include "pages/page_catalog.h"
 #include "host_run_win.h"
 #include "kivui_dll_win.h"
 #include "settings/device_factory.h"
@@ -117,16 +117,18 @@ std::vector<std::string> ExpectedPages(const std::string& model) {
     for (size_t i = 0; i < kCapabilityFlagCount; ++i)
         flags[i] = device->GetCapabilityFlag(i);
     std::vector<std::string> titles;
-    for (const PageRegistration& reg : PagesToRegister(flags, false))
-        titles.push_back(TitleOfDialog(reg.dialogId));
+    for (const PageCatalogRow& row : kPageCatalog) {
+        if (PageApplies(row, flags, false))
+            titles.push_back(TitleOfDialog(row.dialogId));
+    }
     return titles;
 }
 
 // Titles of the pages the plug-in's log says it added, in order.
 std::vector<std::string> AddedInLog(const std::string& log) {
     std::map<std::string, int> dialogOfText;
-    for (const PageRegistration& reg : PageRegistrationTable())
-        dialogOfText[reg.logText] = reg.dialogId;
+    for (const PageCatalogRow& row : kPageCatalog)
+        dialogOfText[NamesOf(row.page).addedText.c_str()] = row.dialogId;
     std::vector<std::string> titles;
     for (const std::string& line : Lines(log)) {
         for (const auto& [text, dialog] : dialogOfText) {
