@@ -7,7 +7,7 @@
 namespace {
 
 // The second paragraph names the top option while describing the bottom one; the help text is
-// kept word for word (docs/kept-behaviour.md, "Texts kept as written").
+// kept word for word (kept-behaviour: Texts kept as written).
 constexpr wchar_t kCropRotationHelp[] =
     L"CROP / ROTATION\n\nWhite cropping top of the page: sets the crop option to remove unwanted "
     L"white portions\non the top of the document from the printout.\n\nWhite cropping top of the "
