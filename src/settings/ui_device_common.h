@@ -72,17 +72,11 @@ class UiDeviceCommon {
     // 0..10; 0 when out of range.
     uint8_t GetCapabilityFlag(size_t index) const;
 
-    // Lookups between stored values and drop-down positions: the position of the first equal
-    // entry, or 0 when absent or the list is empty; the entry at a position, or 0 past the end.
-    static size_t ListIndexOf(const std::vector<uint8_t>& list, uint8_t value);
+    // The entry at a drop-down position, or 0 past the end (a combo box without selection).
     static uint8_t ListValueAt(const std::vector<uint8_t>& list, size_t index);
-    static size_t FeederListIndexOf(const std::vector<uint16_t>& list, uint16_t value);
-    static uint16_t FeederListValueAt(const std::vector<uint16_t>& list, size_t index);
     // Paper-reduction steps: position 0..7 <-> 12, 25, 37, 50, 62, 75, 87, 100 percent.
     static int PercentFromPosition(int position);
     static int PositionFromPercent(int percent);
-    // The argument when below 3, else 0.
-    static int BelowThreeOrZero(int value);
 
     // Cash drawer.
     uint8_t GetCashDrawerEnable() const { return cashDrawerEnable_; }
