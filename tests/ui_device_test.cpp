@@ -1,4 +1,4 @@
-// Tests of UiDeviceCommon's own rules: list positions, percentage steps, the generic device, logos.
+// Tests of UiDeviceCommon's own rules: percentage steps, the generic device, logos.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -6,15 +6,6 @@
 #include "settings/ui_device_common.h"
 
 namespace {
-
-TEST(UiDeviceTest, PositionsPastTheListReadZero) {
-    const std::vector<uint8_t> list = {0x80, 0x20, 0x40};
-    EXPECT_EQ(UiDeviceCommon::ListValueAt(list, 2), 0x40);
-    // A combo box without selection gives -1, i.e. SIZE_MAX here.
-    EXPECT_EQ(UiDeviceCommon::ListValueAt(list, 3), 0);
-    EXPECT_EQ(UiDeviceCommon::ListValueAt(list, static_cast<size_t>(-1)), 0);
-    EXPECT_EQ(UiDeviceCommon::ListValueAt({}, 0), 0);
-}
 
 TEST(UiDeviceTest, PercentStepsAreInverseOnTheEightSteps) {
     const int percents[] = {12, 25, 37, 50, 62, 75, 87, 100};

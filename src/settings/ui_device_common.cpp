@@ -48,10 +48,6 @@ constexpr int kPercentSteps[] = {12, 25, 37, 50, 62, 75, 87, 100};
 
 }  // namespace
 
-uint8_t UiDeviceCommon::ListValueAt(const std::vector<uint8_t>& list, size_t index) {
-    return index < list.size() ? list[index] : 0;
-}
-
 int UiDeviceCommon::PercentFromPosition(int position) {
     if (position < 0 || position >= static_cast<int>(std::size(kPercentSteps))) {
         return kPercentSteps[0];

@@ -72,8 +72,6 @@ class UiDeviceCommon {
     // 0..10; 0 when out of range.
     uint8_t GetCapabilityFlag(size_t index) const;
 
-    // The entry at a drop-down position, or 0 past the end (a combo box without selection).
-    static uint8_t ListValueAt(const std::vector<uint8_t>& list, size_t index);
     // Paper-reduction steps: position 0..7 <-> 12, 25, 37, 50, 62, 75, 87, 100 percent.
     static int PercentFromPosition(int position);
     static int PositionFromPercent(int percent);
