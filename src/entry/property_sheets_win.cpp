@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "entry/intrface_win.h"
+#include "infra/guarded.h"
 #include "infra/log.h"
 #include "session/page_context_win.h"
 #include "pages/page_framework_win.h"
@@ -85,10 +86,11 @@ uint32_t* KeptAdminFlag() {
     return g_keptAdminFlag;
 }
 
-HRESULT hrOEMDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam,
-                                    IPrintOemDriverUI* helper, OemUiState* state,
-                                    uint32_t* adminFlag, uint32_t lmAvailable, uint32_t lmBidi,
-                                    uint32_t lmEnable) {
+namespace {
+
+HRESULT DocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam, OemUiState* state,
+                               uint32_t* adminFlag, uint32_t lmAvailable, uint32_t lmBidi,
+                               uint32_t lmEnable) {
     g_keptAdminFlag = adminFlag;
     if (pPSUIInfo == nullptr || pPSUIInfo->Version != PROPSHEETUI_INFO_VERSION) {
         TheLog().Write(kLogError, kFn, "ERROR_INVALID_PARAMETER.");
@@ -133,4 +135,15 @@ HRESULT hrOEMDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam,
             break;
     }
     return S_OK;
+}
+
+}  // namespace
+
+HRESULT hrOEMDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam, IPrintOemDriverUI*,
+                                    OemUiState* state, uint32_t* adminFlag, uint32_t lmAvailable,
+                                    uint32_t lmBidi, uint32_t lmEnable) {
+    return Guarded(kFn, E_FAIL, [&] {
+        return DocumentPropertySheets(pPSUIInfo, lParam, state, adminFlag, lmAvailable, lmBidi,
+                                      lmEnable);
+    });
 }

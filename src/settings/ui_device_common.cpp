@@ -9,7 +9,9 @@ UiDeviceCommon::UiDeviceCommon(std::string modelName, std::string second, std::s
     : modelName_(std::move(modelName)),
       secondaryName_(std::move(second)),
       thirdName_(std::move(third)),
-      fourthName_(std::move(fourth)) {}
+      fourthName_(std::move(fourth)) {
+    KeepStartingValues();
+}
 
 UiDeviceCommon::~UiDeviceCommon() = default;
 
@@ -40,6 +42,12 @@ void UiDeviceCommon::TakeCapabilityFlagsFromExport() {
                         scratch.supFeeder,     scratch.supSelector,       scratch.supRecovery,
                         scratch.supBlackMark,  scratch.supContinuousMode, scratch.supPresentation,
                         scratch.supHeadLed,    scratch.supPage2Page};
+}
+
+void UiDeviceCommon::KeepStartingValues() {
+    starts_ = {cashDrawerPhase_, buzzer_,          density_,  quality_,          cutMode_,
+               recovery_,        continuousMode_,  selector_, presentationMode_, headLed_,
+               blackMark_,       page2PageAction_, feeder_};
 }
 
 namespace {

@@ -244,6 +244,10 @@ class UiDeviceCommon {
     void SetCapabilityFlag(size_t index, uint8_t value);
     // Sets the flag row from the Sup bytes of this object's own capability export.
     void TakeCapabilityFlagsFromExport();
+    // Remembers the current values of the settings with offered lists as the ones that a loaded
+    // value the model does not offer becomes; a model's constructor calls it once its lists and
+    // starting values are set.
+    void KeepStartingValues();
 
   private:
     // The record's defaults that do not depend on the model, and the identity strings.
@@ -251,6 +255,13 @@ class UiDeviceCommon {
     // Both transfers walk the same sections in the same order; kSave picks the direction.
     template <bool kSave>
     void TransferSettings(std::conditional_t<kSave, OemDevPayload, const OemDevPayload>& payload);
+
+    struct StartingValues {
+        uint8_t cashDrawerPhase, buzzer, density, quality, cutMode, recovery, continuousMode,
+            selector, presentationMode, headLed, blackMark, page2PageAction;
+        uint16_t feeder;
+    };
+    StartingValues starts_{};
 
     std::string modelName_;
     std::string secondaryName_;
