@@ -9,7 +9,7 @@
 #include "entry/devmode.h"
 #include "entry/record_repair.h"
 #include "fake_log_platform.h"
-#include "pages/page_rules.h"
+#include "pages/print_rules.h"
 #include "settings/device_factory.h"
 #include "settings/setting_enums.h"
 
@@ -127,7 +127,8 @@ TEST(RecordRepairTest, AGoodRecordIsKeptByteForByteAndLoaded) {
 // What the Print page makes of the loaded 1-bit values: its threshold trackbar runs 1..254.
 bool PrintPageAccepts(const UiDeviceCommon& d) {
     const int threshold = std::clamp<int>(d.GetConvThreshold(), kThresholdMin, kThresholdMax);
-    return !ValidatePrintValues(threshold, d.GetConvFilterDown(), d.GetConvFilterUp());
+    return !ValidatePrintControls(
+        PrintControls{0, 0, 0, threshold, d.GetConvFilterDown(), d.GetConvFilterUp()});
 }
 
 // A damaged body behind an intact header is kept, but what the model does not offer loads as
