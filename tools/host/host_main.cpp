@@ -231,10 +231,14 @@ bool GetInfoDword(IPrintOemUI* ui, DWORD mode, DWORD& value, const char* step) {
 // as the driver builds the devmode it hands to the UI.
 bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, DEVMODEW& publicDM,
                  std::vector<uint8_t>& record, size_t& recordSize) {
-    OEMDMPARAM p = {};
-    p.cbSize = sizeof p;
-    p.hPrinter = s.printer;
-    p.hModule = s.module;
+    auto fresh = [&s] {
+        OEMDMPARAM q = {};
+        q.cbSize = sizeof q;
+        q.hPrinter = s.printer;
+        q.hModule = s.module;
+        return q;
+    };
+    OEMDMPARAM p = fresh();
     HRESULT hr = s.ui->DevMode(OEMDM_SIZE, &p);
     if (FAILED(hr))
         return Fail("DevMode(OEMDM_SIZE)", Hr(hr));
@@ -246,10 +250,7 @@ bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, DEVMODEW& pu
     // Buffers are never smaller than the whole record, whatever a stored record claims.
     const size_t room = size > sizeof(OEMDEV) ? size : sizeof(OEMDEV);
     std::vector<uint8_t> defaults(room, 0);
-    p = {};
-    p.cbSize = sizeof p;
-    p.hPrinter = s.printer;
-    p.hModule = s.module;
+    p = fresh();
     p.pPublicDMIn = &publicDM;
     p.pOEMDMOut = defaults.data();
     p.cbBufSize = size;
@@ -280,10 +281,7 @@ bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, DEVMODEW& pu
     }
 
     record = defaults;
-    p = {};
-    p.cbSize = sizeof p;
-    p.hPrinter = s.printer;
-    p.hModule = s.module;
+    p = fresh();
     p.pPublicDMIn = &publicDM;
     p.pPublicDMOut = &publicDM;
     p.pOEMDMIn = incoming.data();
