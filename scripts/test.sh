@@ -104,9 +104,10 @@ if build windows; then
   tally_gtest windows build/windows-tests.log $?
   grep -aE '^\[  (PASSED|FAILED) ' build/windows-tests.log
   wineserver -k >/dev/null 2>&1
-  # The sheet's opening time against an empty sheet with as many pages. kivhost exits 4 when the
-  # ratio is over its 1.5 target, which the real pages do not meet yet under Wine (every combo
-  # list and control is a window of its own there): that is reported, a failed run is a failure.
+  # The sheet's opening time against a baseline of the same sheet whose pages (the plug-in's own
+  # dialog templates) fill nothing, so Wine's cost per control window is on both sides. kivhost
+  # exits 4 when the ratio is over its 1.3 target: that is printed, not failed; a run that could
+  # not measure is a failure.
   timeout 600 "${runner[@]}" wine build/windows/kivhost.exe --time --time-runs 7 --press cancel \
     --log-lines 0 >build/sheet-time.log 2>&1
   rc=$?
