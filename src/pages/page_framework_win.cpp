@@ -53,27 +53,6 @@ constexpr INT kPixelFormat24bppRGB = 0x00021808;
 constexpr INT kInterpolationHighQualityBicubic = 7;
 constexpr DWORD kWhite = 0xFFFFFFFF;
 
-// GDI+ is started for one image and shut down again, so no GDI+ state outlives a call.
-class GdiplusSession {
-  public:
-    GdiplusSession() {
-        KivGdiplusStartupInput input{1, nullptr, FALSE, FALSE};
-        started_ = GdiplusStartup(&token_, &input, nullptr) == kGdipOk;
-    }
-    ~GdiplusSession() {
-        if (started_) {
-            GdiplusShutdown(token_);
-        }
-    }
-    GdiplusSession(const GdiplusSession&) = delete;
-    GdiplusSession& operator=(const GdiplusSession&) = delete;
-    bool Started() const { return started_; }
-
-  private:
-    ULONG_PTR token_ = 0;
-    bool started_ = false;
-};
-
 // Draws `image` at the given place on a white 24-bit canvas and hands the canvas out as an
 // HBITMAP on white.
 GpStatus RenderOnWhite(GpImage* image, INT canvasWidth, INT canvasHeight, INT x, INT y, INT width,
@@ -135,6 +114,17 @@ IStream* StreamOverResource(HMODULE module, int resourceId, const wchar_t* typeN
 }
 
 }  // namespace
+
+GdiplusSession::GdiplusSession() {
+    KivGdiplusStartupInput input{1, nullptr, FALSE, FALSE};
+    started_ = GdiplusStartup(&token_, &input, nullptr) == kGdipOk;
+}
+
+GdiplusSession::~GdiplusSession() {
+    if (started_) {
+        GdiplusShutdown(token_);
+    }
+}
 
 int SetControlState(HWND hDlg, int controlId, int mode) {
     HWND control = GetDlgItem(hDlg, controlId);

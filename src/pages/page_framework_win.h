@@ -42,6 +42,22 @@ HWND CreateHelpTooltip(int controlId, HWND hDlg, const wchar_t* text);
 // A help icon's click: one more balloon, shown at once.
 void PopUpHelp(int controlId, HWND hDlg, const wchar_t* text);
 
+// GDI+ started for as long as the object lives. Every image load holds one, so no GDI+ state
+// outlives a load; a page fill holds one around all its pictures, so the library is loaded
+// once per fill rather than once per picture (the inner sessions then only count).
+class GdiplusSession {
+  public:
+    GdiplusSession();
+    ~GdiplusSession();
+    GdiplusSession(const GdiplusSession&) = delete;
+    GdiplusSession& operator=(const GdiplusSession&) = delete;
+    bool Started() const { return started_; }
+
+  private:
+    ULONG_PTR token_ = 0;
+    bool started_ = false;
+};
+
 // A PNG resource of `module` drawn on white as a 24-bit bitmap; null on any failure.
 HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeName);
 // An image file scaled into a white box of the given size, aspect kept, centred; null on any

@@ -54,6 +54,7 @@ void FillOnce(HWND hDlg, PageId page, const PageDefinition& definition, PageCont
     if (device != nullptr && definition.fill != nullptr) {
         definition.fill(hDlg, *device);
     }
+    GdiplusSession pictures;
     for (const PictureRow& row : definition.pictures) {
         SetPicture(hDlg, row.control, row.png);
     }
