@@ -10,8 +10,8 @@ struct LmRow {
     LmFlags flags;
 };
 
-// "LM_DISABLED" reports the bidirectional flag while "LM_BIDI_NOT_ENABLE" does not; the pages
-// rely on exactly this pairing.
+// "LM_DISABLED" reports the bidirectional flag while "LM_BIDI_NOT_ENABLE" does not
+// (kept-behaviour: Language-monitor flags).
 constexpr LmRow kLmTable[] = {
     {LM_NOT_AVAILABLE, "LM_NOT_AVAILABLE", {0, 0, 0}},
     {LM_DISABLED, "LM_DISABLED", {1, 1, 0}},

@@ -78,7 +78,7 @@ LONG DocUICallBack(PCPSUICBPARAM pCallbackParam, POEMCUIPPARAM pOEMUIParam) {
             TheLog().Write(kLogDetail, kCallbackName, "CPSUICB_REASON_SETACTIVE");
             if (PageContext* block = FindPageBlock(pCallbackParam->hDlg);
                 block != nullptr && block->pfnComPropSheet != nullptr) {
-                // Asks for the page count; kept from the shipped driver, the answer is unused.
+                // The answer is unused (kept-behaviour: Page count at activation).
                 block->pfnComPropSheet(block->hComPropSheet, CPSFUNC_GET_PAGECOUNT, 0, 0);
             }
             return CPSUICB_ACTION_NONE;

@@ -58,7 +58,7 @@ IOemUI::~IOemUI() {
         m_pOEMHelp->Release();
         m_pOEMHelp = nullptr;
     }
-    KivCheck(m_cRef == 0, "0 == m_cRef", "intrface", 48);
+    KivCheck(m_cRef == 0, "0 == m_cRef", "intrface", 48);  // kept-behaviour: Assertion text
 }
 
 STDMETHODIMP IOemUI::QueryInterface(REFIID riid, void** ppv) {
@@ -163,7 +163,7 @@ STDMETHODIMP IOemUI::DevMode(DWORD dwMode, POEMDMPARAM pOemDMParam) {
             SetLastError(result.lastError);
 
         // The incoming record, not the merged one, is what the pages start from at the next
-        // opening.
+        // opening (kept-behaviour: Merge keeps the incoming record).
         if (dwMode == OEMDM_MERGE && pOemDMParam != nullptr && pOemDMParam->pOEMDMIn != nullptr) {
             std::memset(&m_state.savedOEMDev, 0, sizeof m_state.savedOEMDev);
             std::memcpy(&m_state.savedOEMDev, pOemDMParam->pOEMDMIn, call.oemInAvailable);

@@ -32,7 +32,8 @@ void RepairWorkingRecord(const OEMDEV& saved, OEMDEV& work, UiDeviceCommon& devi
         TheLog().Write(kLogError, kFunction, "Model is different, reset STRUCT");
         TheLog().Write(kLogInfo, kFunction, "reset OEMDEV STRUCT");
     } else if (work.dwVerCurrent != KIVITEM_VERCURRENT) {
-        // Called a fix, but nothing of the old body is kept: the same full reset as above.
+        // Called a fix, but nothing of the old body is kept: the same full reset as above
+        // (kept-behaviour: Layout-version reset).
         TheLog().Write(kLogInfo, kFunction, "KIVITEM_VERCURRENT is different, fix the struct");
     } else {
         reset = false;

@@ -76,7 +76,8 @@ constexpr ValueLabel kQuality[] = {
     {PRN_PROP_QUAL_HSPEED, "High Speed"},
     {PRN_PROP_QUAL_VHSPEED, "Very High Speed"},
 };
-// HOLD_FIXED and HOLD_VALUE share one text on purpose; they stay two combo items.
+// HOLD_FIXED and HOLD_VALUE share one text and stay two combo items (kept-behaviour: Texts kept
+// as written).
 constexpr ValueLabel kPresenter[] = {
     {PRN_PROP_PRESENT_NOTSETBYDRIVER, "Not set by Driver"},
     {PRN_PROP_PRESENT_HOLD_FIXED, "Hold"},
@@ -99,7 +100,8 @@ constexpr ValueLabel kPresenterLed[] = {
     {PRN_HLED_BLINK_FAST, "Fast Blink"},
     {PRN_HLED_BLINK_ALWAYSON, "Always On"},
 };
-// "Tear off" here and "Tear Off end Page" for the cutter differ in case; both are kept.
+// "Tear off" here and "Tear Off end Page" for the cutter differ in case (kept-behaviour: Texts
+// kept as written).
 constexpr ValueLabel kCouponCut[] = {
     {PRN_COP_CUTTER_NONE, "No Cut"},
     {PRN_COP_CUTTER_TC, "Total Cut"},
@@ -245,7 +247,7 @@ const LabelList& WatermarkLayerLabels() {
     return labels;
 }
 const LabelList& WatermarkFitLabels() {
-    // "Strech" is the text users have always seen.
+    // kept-behaviour: Texts kept as written ("Strech").
     static const LabelList labels{"Keep", "Strech", "Tile", "Tile Column"};
     return labels;
 }

@@ -6,6 +6,7 @@
 
 namespace {
 
+// kept-behaviour: Texts kept as written ("diethering", "convertion").
 constexpr wchar_t kThresholdHelp[] =
     L"THRESHOLD\n\nSets the behavior of the diethering algorithm.\n\nDithering: the algorithm of "
     L"the BW convertion:\n- Auto: the driver selects the best for the document to print.\n- "

@@ -80,7 +80,7 @@ void OnCommand(HWND hDlg, const PageDefinition& definition, const PageContext* c
     for (const HelpRow& row : definition.helps) {
         if (row.icon == id) {
             if (code == STN_CLICKED) {
-                PopUpHelp(id, hDlg, row.text);
+                PopUpHelp(id, hDlg, row.text);  // kept-behaviour: Help balloons pile up
             }
             return;
         }

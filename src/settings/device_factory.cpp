@@ -21,8 +21,8 @@ struct FactoryEntry {
     Maker make;
 };
 
-// The shipped order of comparison. "WR35VIIEJ" has no entry although UiDeviceWR35EJ exists:
-// such a printer has always been given the generic device, and keeps it.
+// The order of comparison is fixed. "WR35VIIEJ" has no entry although UiDeviceWR35EJ exists
+// (kept-behaviour: Factory without WR35VIIEJ).
 constexpr FactoryEntry kFactory[] = {
     {"VORTA5X", &Make<UiDeviceVorta5XCA>},
     {"J7", &Make<UiDeviceJ7>},

@@ -287,7 +287,7 @@ void UiDeviceCommon::TransferSettings(
     }
 
     log.Text("++++++ Buzzer ++++++");
-    // The buzzer's value line says "Phase"; the label is the program's own.
+    // The buzzer's value line says "Phase" (kept-behaviour: Texts kept as written).
     GatedByte<kSave>(log, p.supBuzzer, p.buzzer, buzzer_,
                      {buzzerList_, PRN_PROP_BUZZER_NO, e.buzzer, s.buzzer}, " Phase Value ",
                      BuzzerName, " forced to PRN_PROP_BUZZER_NO because isn't supported");
@@ -381,7 +381,7 @@ void UiDeviceCommon::TransferSettings(
         } else {
             presentationMode_ = PRN_PROP_PRESENT_NOTSETBYDRIVER;
             presentationValue_ = 0;
-            presentationTimeout_ = 1;
+            presentationTimeout_ = 1;  // kept-behaviour: Presentation time-out 1
         }
         log.Text(" forced to PRN_PROP_PRESENT_NOTSETBYDRIVER because isn't supported");
     }
@@ -440,8 +440,8 @@ void UiDeviceCommon::TransferSettings(
         log.Named(" VH Position ", WatermarkVHPositionName(p.watermarkVHPosition));
         log.Named(" Path ", watermarkPath_);
         log.Line(" Brightness Enable <%d>", p.watermarkBrightnessEnable);
-        // The line's %f has always been handed the integer; converted here so that the call is
-        // well defined. Nobody reads the number it prints.
+        // An integer behind %f, converted so that the call is well defined (kept-behaviour:
+        // Floating-point log lines).
         log.Line(" Brightness100 %f", static_cast<double>(watermarkBrightness_));
     }
 
@@ -518,7 +518,7 @@ void UiDeviceCommon::TransferSettings(
         log.Line(" Value %f", static_cast<double>(p.reductionValue));
     }
 
-    log.Text("++++++ Convertion image to 1Bit ++++++");
+    log.Text("++++++ Convertion image to 1Bit ++++++");  // kept-behaviour: Texts kept as written
     static const std::vector<uint8_t> kConversionModes = {CMODE_AUTO, CMODE_NONE_THRESHOLD,
                                                           CMODE_ERRDIFF_FLOYD_STEINBERG};
     MoveOffered<kSave>(log, p.convMode, convMode_, " Mode ", ConversionModeName,
