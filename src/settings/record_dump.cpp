@@ -1,10 +1,10 @@
 // Describes a settings record field by field, with the settings' symbolic names.
 #include "settings/record_dump.h"
 
-#include <cstdio>
 #include <cstring>
 #include <utility>
 
+#include "infra/text_format.h"
 #include "settings/setting_names.h"
 
 namespace {
@@ -29,9 +29,7 @@ std::string Dec(long long v) {
 }
 
 std::string Hex(uint32_t v, int digits) {
-    char buf[16];
-    std::snprintf(buf, sizeof buf, "0x%0*X", digits, static_cast<unsigned>(v));
-    return buf;
+    return Format("0x%0*X", digits, static_cast<unsigned>(v));
 }
 
 // "SYMBOL (0x10)"; a value the table does not know shows as "NOID (0x..)".
@@ -49,9 +47,7 @@ std::string Text(const char* field, size_t width) {
             s += '\\';
             s += static_cast<char>(c);
         } else if (c < 32 || c > 126) {
-            char esc[8];
-            std::snprintf(esc, sizeof esc, "\\x%02X", c);
-            s += esc;
+            s += Format("\\x%02X", c);
         } else {
             s += static_cast<char>(c);
         }
@@ -71,11 +67,8 @@ std::string Buffer(const uint8_t* data, size_t width, uint16_t length, uint8_t m
     std::string s = "[";
     s += Dec(length);
     s += length > width ? " bytes, cut to the field]" : " bytes]";
-    char byte[4];
-    for (size_t i = 0; i < n; ++i) {
-        std::snprintf(byte, sizeof byte, " %02X", data[i]);
-        s += byte;
-    }
+    for (size_t i = 0; i < n; ++i)
+        s += Format(" %02X", data[i]);
     return s;
 }
 
