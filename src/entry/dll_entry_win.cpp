@@ -5,7 +5,7 @@
 
 #include "entry/intrface_win.h"
 #include "infra/log.h"
-#include "infra/log_platform_win.h"
+#include "ports/platform_win.h"
 
 namespace {
 
@@ -107,7 +107,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD dwReason, LPVOID) {
 
 extern "C" HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
     // The log's Win32 side is installed here rather than in DllMain, which must stay minimal.
-    InstallWinLogPlatform(g_hModule);
+    InstallWinPlatform(g_hModule);
     TraceScope trace("DllGetClassObject");
     if (ppv == nullptr)
         return trace.Return(E_POINTER);

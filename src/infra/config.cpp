@@ -114,7 +114,7 @@ std::u16string ConfigurationKey(const std::u16string& printerName) {
     return std::u16string(kConfigRootKey) + u"\\" + printerName;
 }
 
-void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
+void ReadConfiguration(RegistryHive& hive, TextCodec& text, const std::u16string& printerName,
                        Configuration& config) {
     const std::u16string key = ConfigurationKey(printerName);
     for (const ConfigValueRule& rule : kConfigTable) {
@@ -123,7 +123,7 @@ void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
         if (rule.kind == ValueKind::kText) {
             std::u16string wide;
             if (ReadRegistryString(hive, key, rule.name, &wide) && !wide.empty()) {
-                config.*rule.text = hive.Narrow(wide);
+                config.*rule.text = text.Narrow(wide);
             } else {
                 config.*rule.text = rule.defaultText;
             }
@@ -138,7 +138,7 @@ void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
     }
 }
 
-void WriteConfiguration(RegistryHive& hive, const std::u16string& printerName,
+void WriteConfiguration(RegistryHive& hive, TextCodec& text, const std::u16string& printerName,
                         const Configuration& config, int alsoLanguageMonitor) {
     const std::u16string key = ConfigurationKey(printerName);
     for (const ConfigValueRule& rule : kConfigTable) {
@@ -146,7 +146,7 @@ void WriteConfiguration(RegistryHive& hive, const std::u16string& printerName,
             continue;
         // A failed write is skipped: the next opening reads the default again.
         if (rule.kind == ValueKind::kText) {
-            hive.SetString(key, rule.name, hive.Widen(config.*rule.text));
+            hive.SetString(key, rule.name, text.Widen(config.*rule.text));
         } else {
             hive.SetDword(key, rule.name, config.*rule.number);
         }

@@ -167,11 +167,3 @@ bool RegistryWin::SetString(const std::u16string& subkey, const std::u16string& 
                             const std::u16string& value) {
     return WriteString(WideFromU16(subkey), WideFromU16(name), WideFromU16(value));
 }
-
-std::string RegistryWin::Narrow(const std::u16string& wide) {
-    return NarrowAnsi(WideFromU16(wide));
-}
-
-std::u16string RegistryWin::Widen(const std::string& narrow) {
-    return U16FromWide(WidenAnsi(narrow));
-}

@@ -1,11 +1,12 @@
-// RegistryWin: the registry helper bound to one hive, in the 64-bit view, and the configuration's
-// hive port.
+// RegistryWin: the registry helper bound to one hive (current user or local machine), in the
+// 64-bit view.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "infra/config.h"
+#include "ports/registry_hive.h"
 #include "win/text_win.h"
 #include "win/windows_headers_win.h"
 
@@ -34,14 +35,13 @@ class RegistryWin : public RegistryHive {
     bool CountSubkeysAndValues(const std::wstring& subkey, DWORD* subkeys, DWORD* values) const;
 
     // RegistryHive.
+    bool KeyExists(const std::u16string& subkey) override { return KeyExists(WideFromU16(subkey)); }
     RegistryStatus Query(const std::u16string& subkey, const std::u16string& name, size_t maxBytes,
                          RegistryValue& out) override;
     bool SetDword(const std::u16string& subkey, const std::u16string& name,
                   uint32_t value) override;
     bool SetString(const std::u16string& subkey, const std::u16string& name,
                    const std::u16string& value) override;
-    std::string Narrow(const std::u16string& wide) override;
-    std::u16string Widen(const std::string& narrow) override;
 
   private:
     HKEY OpenForWrite(const std::wstring& subkey);
