@@ -115,13 +115,4 @@ TEST_F(ConfigTest, PrintersAreIndependentAndFailedWritesAreSkipped) {
     EXPECT_EQ(1u, hive.values.size());
 }
 
-TEST_F(ConfigTest, MultiStringWithoutTerminatorsKeepsWhatItHolds) {
-    hive.Put(kKey, u"Cut", kRegMultiSz, Utf16Bytes(u"one\0tw"s));
-    hive.Put(kKey, u"Sz", kRegSz, Utf16Bytes(u"one\0\0"s));
-    std::vector<std::u16string> out;
-    ASSERT_TRUE(ReadRegistryMultiString(hive, kKey, u"Cut", &out));
-    EXPECT_EQ((std::vector<std::u16string>{u"one", u"tw"}), out);
-    EXPECT_FALSE(ReadRegistryMultiString(hive, kKey, u"Sz", &out));
-}
-
 }  // namespace

@@ -80,36 +80,6 @@ bool ReadRegistryString(RegistryHive& hive, const std::u16string& subkey,
     return true;
 }
 
-bool ReadRegistryMultiString(RegistryHive& hive, const std::u16string& subkey,
-                             const std::u16string& name, std::vector<std::u16string>* values,
-                             size_t maxChars) {
-    RegistryValue raw;
-    if (values == nullptr ||
-        hive.Query(subkey, name, maxChars * sizeof(char16_t), raw) != RegistryStatus::kOk ||
-        raw.type != kRegMultiSz) {
-        return false;
-    }
-    values->clear();
-    // Strings separated by one NUL, the list ended by an empty one; a list cut short without
-    // its final terminators still yields the strings it holds.
-    std::u16string current;
-    const size_t count = raw.data.size() / 2;
-    for (size_t i = 0; i < count; ++i) {
-        const char16_t c = static_cast<char16_t>(raw.data[2 * i] | (raw.data[2 * i + 1] << 8));
-        if (c != 0) {
-            current.push_back(c);
-        } else if (current.empty()) {
-            return true;
-        } else {
-            values->push_back(current);
-            current.clear();
-        }
-    }
-    if (!current.empty())
-        values->push_back(current);
-    return true;
-}
-
 std::u16string ConfigurationKey(const std::u16string& printerName) {
     return std::u16string(kConfigRootKey) + u"\\" + printerName;
 }

@@ -15,16 +15,12 @@ inline constexpr size_t kRegistryStringChars = 512;
 
 // The value rules every reader shares: a DWORD must be of type REG_DWORD and four bytes long; a
 // string must be REG_SZ and fit the buffer with its terminator, and ends at its first NUL (or at
-// the data's end);
-// a multi-string must be REG_MULTI_SZ and fit `maxChars`. Anything else counts as absent.
+// the data's end). Anything else counts as absent.
 bool ReadRegistryDword(RegistryHive& hive, const std::u16string& subkey, const std::u16string& name,
                        uint32_t* value);
 bool ReadRegistryString(RegistryHive& hive, const std::u16string& subkey,
                         const std::u16string& name, std::u16string* value,
                         size_t maxChars = kRegistryStringChars);
-bool ReadRegistryMultiString(RegistryHive& hive, const std::u16string& subkey,
-                             const std::u16string& name, std::vector<std::u16string>* values,
-                             size_t maxChars = 4 * kRegistryStringChars);
 
 // Splits the bytes of a wide string value into its text (up to the first NUL).
 std::u16string WideTextFromBytes(const std::vector<uint8_t>& data);

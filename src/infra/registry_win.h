@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "infra/config.h"
 #include "ports/registry_hive.h"
@@ -22,17 +21,10 @@ class RegistryWin : public RegistryHive {
     // REG_SZ only; a value longer than `maxChars` (ERROR_MORE_DATA) counts as absent.
     bool ReadString(const std::wstring& subkey, const std::wstring& name, std::wstring* value,
                     size_t maxChars = kRegistryStringChars);
-    // REG_MULTI_SZ only.
-    bool ReadMultiString(const std::wstring& subkey, const std::wstring& name,
-                         std::vector<std::wstring>* values,
-                         size_t maxChars = 4 * kRegistryStringChars);
     // Both create the key when it cannot be opened.
     bool WriteDword(const std::wstring& subkey, const std::wstring& name, DWORD value);
     bool WriteString(const std::wstring& subkey, const std::wstring& name,
                      const std::wstring& value);
-    bool DeleteValue(const std::wstring& subkey, const std::wstring& name);
-    bool EnumSubkeys(const std::wstring& subkey, std::vector<std::wstring>* names) const;
-    bool CountSubkeysAndValues(const std::wstring& subkey, DWORD* subkeys, DWORD* values) const;
 
     // RegistryHive.
     bool KeyExists(const std::u16string& subkey) override { return KeyExists(WideFromU16(subkey)); }

@@ -35,7 +35,7 @@ class FakeDebugOutput : public DebugOutput {
     void Write(const char* text) override { debugOutput.emplace_back(text); }
 };
 
-// Expands "%NAME%" from `environment` (unknown names stay as written, as on Windows).
+// Expands "%NAME%" from `environment`; unknown names stay as written, as on Windows.
 class FakeFolders : public Folders {
   public:
     std::map<std::string, std::string> environment;
@@ -44,15 +44,10 @@ class FakeFolders : public Folders {
 
     bool Expand(const std::string& text, size_t maxChars, std::string* expanded) override {
         folderRequests.push_back("Expand " + text);
-        std::string out;
-        for (size_t i = 0; i < text.size(); ++i) {
-            const size_t close = text[i] == '%' ? text.find('%', i + 1) : std::string::npos;
-            const auto found = close != std::string::npos
-                                   ? environment.find(text.substr(i + 1, close - i - 1))
-                                   : environment.end();
-            out += found != environment.end() ? found->second : std::string(1, text[i]);
-            i = found != environment.end() ? close : i;
-        }
+        std::string out = text;
+        for (const auto& [name, value] : environment)
+            for (size_t at; (at = out.find('%' + name + '%')) != std::string::npos;)
+                out.replace(at, name.size() + 2, value);
         *expanded = out;
         return out.size() < maxChars;
     }
@@ -131,6 +126,16 @@ struct FakeLogPorts : FakeClock,
     const LogPorts ports{this, this, this, this, this, this, this};
 };
 
+// The text split at line feeds (no empty last entry).
+inline std::vector<std::string> SplitLines(const std::string& text) {
+    std::vector<std::string> lines;
+    for (size_t start = 0, end; start < text.size(); start = end + 1) {
+        end = std::min(text.find('\n', start), text.size());
+        lines.push_back(text.substr(start, end - start));
+    }
+    return lines;
+}
+
 // TheLog() on a FakeLogPorts, opened in output mode 1, for the lifetime of the object. The file
 // exists already, so no head is written.
 class ScopedTestLog {
@@ -151,15 +156,7 @@ class ScopedTestLog {
 
     FakeLogPorts& Platform() { return fake_; }
     const std::string& Text() const { return fake_.file; }
-    std::vector<std::string> Lines() const {
-        std::vector<std::string> lines;
-        for (size_t start = 0, end; start < fake_.file.size(); start = end + 1) {
-            end = fake_.file.find('\n', start);
-            end = end == std::string::npos ? fake_.file.size() : end;
-            lines.push_back(fake_.file.substr(start, end - start));
-        }
-        return lines;
-    }
+    std::vector<std::string> Lines() const { return SplitLines(fake_.file); }
     // The lines without the ids and time: "[Func] message"; dump rows stay as they are.
     std::vector<std::string> Bodies() const {
         std::vector<std::string> bodies = Lines();
