@@ -15,6 +15,12 @@ add_library(kiv_core STATIC ${KIV_CORE_SOURCES})
 kiv_core_settings(kiv_core)
 target_compile_options(kiv_core PUBLIC ${KIV_SAN_FLAGS})
 target_link_options(kiv_core PUBLIC ${KIV_SAN_FLAGS})
+# Line coverage of the core only: the test command reads it with gcovr after the native tests.
+option(KIV_COVERAGE "Instrument the core for line coverage (gcov)" OFF)
+if(KIV_COVERAGE)
+  target_compile_options(kiv_core PUBLIC --coverage)
+  target_link_options(kiv_core PUBLIC --coverage)
+endif()
 
 if(KIV_FUZZ)
   file(GLOB KIV_FUZZERS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/fuzz/*_fuzzer.cpp)

@@ -2,34 +2,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <map>
 #include <string>
 
+#include "../tests/support/memory_gpd_files.h"
 #include "entry/gpd_reader.h"
-
-namespace {
-
-// The input is cut at every "\n@@\n" into files named 0.gpd, 1.gpd, ...; their text may
-// include one another by those names.
-class FuzzFiles : public GpdFileSource {
-  public:
-    std::map<std::string, std::string> files;
-    Status Read(const std::string& name, size_t maxBytes, std::string& contents) override {
-        auto it = files.find(name);
-        if (it == files.end())
-            return Status::kMissing;
-        if (it->second.size() > maxBytes)
-            return Status::kTooLarge;
-        contents = it->second;
-        return Status::kOk;
-    }
-};
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string input(reinterpret_cast<const char*>(data), size);
-    FuzzFiles source;
+    // Cut at every "\n@@\n" into files 0.gpd, 1.gpd, ... that may include one another.
+    MemoryGpdFiles source;
     size_t start = 0;
     for (int index = 0; start <= input.size() && index < 16; ++index) {
         size_t end = input.find("\n@@\n", start);

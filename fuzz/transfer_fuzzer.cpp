@@ -1,4 +1,5 @@
 // libFuzzer target: an arbitrary record payload loaded into every model's object and saved back.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -105,6 +106,56 @@ void CheckSaved(const UiDeviceCommon& device, const OemDevPayload& p) {
             "free buffer tail", model);
 }
 
+template <typename T>
+bool Offered(const std::vector<T>& list, T value, T notSet, T exported, T start) {
+    return value == notSet || value == exported || value == start ||
+           std::find(list.begin(), list.end(), value) != list.end();
+}
+
+// What a loaded object must hold whatever the bytes: values its model offers (or the not-set
+// value, the export's value, the starting value of a fresh object of the model), and 1-bit
+// values and offsets that the Print and Print adjust pages accept.
+void CheckLoaded(const UiDeviceCommon& d, const UiDeviceCommon& fresh) {
+    const std::string model = d.GetModelName();
+    OemDevPayload e{};
+    d.ExportCapabilities(e);
+    Require(Offered(d.GetDensityList(), d.GetDensity(), uint8_t{0}, e.density, fresh.GetDensity()),
+            "density offered", model);
+    Require(Offered(d.GetQualityList(), d.GetQuality(), uint8_t{0}, e.quality, fresh.GetQuality()),
+            "quality offered", model);
+    Require(Offered(d.GetCutModeList(), d.GetCutMode(), uint8_t{0}, e.cutMode, fresh.GetCutMode()),
+            "cut offered", model);
+    Require(
+        Offered(d.GetRecoveryList(), d.GetRecovery(), uint8_t{0}, e.recovery, fresh.GetRecovery()),
+        "recovery offered", model);
+    Require(Offered(d.GetBlackMarkList(), d.GetBlackMark(), uint8_t{0}, e.blackMark,
+                    fresh.GetBlackMark()),
+            "black mark offered", model);
+    Require(Offered(d.GetPresentationList(), d.GetPresentationMode(), uint8_t{0},
+                    e.presentationMode, fresh.GetPresentationMode()),
+            "presentation offered", model);
+    Require(Offered(d.GetContinuousModeList(), d.GetContinuousMode(), uint8_t{1}, e.continuousMode,
+                    fresh.GetContinuousMode()),
+            "continuous offered", model);
+    Require(Offered(d.GetHeadLedList(), d.GetHeadLed(), uint8_t{0}, e.headLed, fresh.GetHeadLed()),
+            "head LED offered", model);
+    Require(Offered(d.GetPage2PageActionList(), d.GetPage2PageAction(), uint8_t{0},
+                    e.page2PageAction, fresh.GetPage2PageAction()),
+            "page-to-page action offered", model);
+    Require(Offered(d.GetFeederList(), d.GetFeeder(), uint16_t{0}, e.feeder, fresh.GetFeeder()),
+            "feeder offered", model);
+    Require(Offered(d.GetCashDrawerPhaseList(), d.GetCashDrawerPhase(), uint8_t{0},
+                    e.cashDrawerPhase, fresh.GetCashDrawerPhase()),
+            "drawer phase offered", model);
+    Require(d.GetBuzzer() == 0 && d.GetSelector() == 0, "buzzer and selector unsupported", model);
+    Require(d.GetConvMode() <= 2, "conversion mode", model);
+    const int t = d.GetConvThreshold(), up = d.GetConvFilterUp(), down = d.GetConvFilterDown();
+    Require(t >= 1 && t <= 254 && down <= t && t <= up && down < up, "1-bit values", model);
+    Require(d.GetOffsetX() >= -1000 && d.GetOffsetX() <= 1000 && d.GetOffsetY() >= -1000 &&
+                d.GetOffsetY() <= 1000,
+            "offsets", model);
+}
+
 // Every model's object, made afresh for each input so that each run frees what it allocates
 // (libFuzzer takes a run that ends with more blocks than it began with for a leak).
 struct Devices {
@@ -128,6 +179,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         return 0;
     }
     Devices devices;
+    const Devices fresh;
     // One model per input (picked by the last byte) runs with the log on, so that its lines
     // and dumps are formatted from the fuzzed values; the others run with the log off.
     const size_t logged = data[size - 1] % devices.all.size();
@@ -152,6 +204,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         std::string printer = "Printer";
         device->FillUIDeviceValuesWithOEMDEV(printer, *loaded);
         Require(printer.empty(), "model-name argument cleared", device->GetModelName());
+        CheckLoaded(*device, *fresh.all[i]);
         device->FillOEMDEVWithDeviceValues(*savedRecord, 0);
         CheckSaved(*device, *savedRecord);
         // Once saved, a record travels through load and save unchanged.

@@ -39,11 +39,27 @@ build() {  # preset, log name
 
 mkdir -p build
 
-echo "== native tests (ASan/UBSan)"
+echo "== native tests (ASan/UBSan, line coverage)"
 if build native; then
+  # Counts left by an earlier run or an older build would blur the figure.
+  find build/native -name '*.gcda' -delete
   timeout 900 ./build/native/kiv_native_tests --gtest_brief=1 >build/native-tests.log 2>&1
   tally_gtest native build/native-tests.log $?
   grep -aE '^\[  (PASSED|FAILED) ' build/native-tests.log
+  # Core code only: platform files are not built natively and are tested under Wine.
+  gcovr -r . build/native -j2 --filter 'src/' --exclude '.*_win\.(cpp|h)$' --exclude 'src/win/' \
+    --print-summary -o build/native-coverage.txt >build/native-coverage.log 2>&1
+  coverage=$(sed -n 's/^lines: \([0-9.]*\)%.*/\1/p' build/native-coverage.log)
+  if [ -z "$coverage" ]; then
+    fail 1 "core line coverage not measured"; tail -5 build/native-coverage.log
+  else
+    echo "coverage: core lines $coverage% (target >= 95%)"
+    if awk -v c="$coverage" 'BEGIN { exit !(c >= 95) }'; then
+      pass 1
+    else
+      fail 1 "core line coverage $coverage% below 95% (per file: build/native-coverage.txt)"
+    fi
+  fi
 fi
 
 echo "== fuzzers (fixed run counts)"
@@ -88,9 +104,10 @@ if build windows; then
   tally_gtest windows build/windows-tests.log $?
   grep -aE '^\[  (PASSED|FAILED) ' build/windows-tests.log
   wineserver -k >/dev/null 2>&1
-  # The sheet's opening time against an empty sheet with as many pages. kivhost exits 4 when the
-  # ratio is over its 1.5 target, which the real pages do not meet yet under Wine (every combo
-  # list and control is a window of its own there): that is reported, a failed run is a failure.
+  # The sheet's opening time against a baseline of the same sheet whose pages (the plug-in's own
+  # dialog templates) fill nothing, so Wine's cost per control window is on both sides. kivhost
+  # exits 4 when the ratio is over its 1.3 target: that is printed, not failed; a run that could
+  # not measure is a failure.
   timeout 600 "${runner[@]}" wine build/windows/kivhost.exe --time --time-runs 7 --press cancel \
     --log-lines 0 >build/sheet-time.log 2>&1
   rc=$?
@@ -111,6 +128,14 @@ for check in scripts/check_*.py; do
     fail 1 "$(basename "$check")"; cat "build/$(basename "$check").log"
   fi
 done
+
+# Tests against code in non-blank, non-comment lines; reported, not enforced.
+code_lines() { git ls-files "$@" | xargs -r cat | grep -c -v -E '^\s*(//.*)?$'; }
+code=$(code_lines 'src/*.cpp' 'src/*.h' 'tools/*.cpp' 'tools/*.h')
+tests=$(code_lines 'tests/*.cpp' 'tests/*.h' 'fuzz/*.cpp')
+if [ "${code:-0}" -gt 0 ]; then
+  echo "test share: $((tests * 100 / code))% of the code ($tests of $code lines, target <= 45%)"
+fi
 
 for f in "${failures[@]}"; do echo "FAILED: $f"; done
 echo "$passed passed, $failed failed"

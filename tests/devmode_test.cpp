@@ -13,12 +13,8 @@ const uint8_t* Bytes(const OEMDEV& rec) {
 }
 
 bool PayloadIsZero(const OEMDEV& rec) {
-    const uint8_t* p = Bytes(rec) + OEMDEV_HEADER_SIZE;
-    for (size_t i = 0; i < OEMDEV_PAYLOAD_SIZE; ++i) {
-        if (p[i] != 0)
-            return false;
-    }
-    return true;
+    static const OemDevPayload kZero{};
+    return std::memcmp(&rec.payload, &kZero, sizeof kZero) == 0;
 }
 
 OEMDEV Filled(uint8_t value) {
@@ -38,51 +34,13 @@ TEST(OemDevRecord, DefaultRecordBytes) {
     EXPECT_TRUE(PayloadIsZero(rec));
     const uint8_t tail[8] = {0xDD, 0xFF, 0xBB, 0xFF, 0xDD, 0xFF, 0xBB, 0xFF};
     EXPECT_EQ(0, std::memcmp(b + 3321, tail, sizeof tail));
-}
 
-// Multi-byte fields sit unaligned and little-endian at their record offsets.
-TEST(OemDevRecord, WideFieldsAreLittleEndianAtTheirOffsets) {
-    struct Case {
-        const char* name;
-        void (*set)(OemDevPayload&);
-        size_t payloadOffset;
-        uint8_t lo, hi;
-    };
-    const Case cases[] = {
-        {"time on", [](OemDevPayload& p) { p.cashDrawerTimeOn = 0x0102; }, 643, 0x02, 0x01},
-        {"time off", [](OemDevPayload& p) { p.cashDrawerTimeOff = 0x0304; }, 645, 0x04, 0x03},
-        {"feeder", [](OemDevPayload& p) { p.feeder = 1003; }, 670, 0xEB, 0x03},
-        {"p2p timeout", [](OemDevPayload& p) { p.page2PageTimeout = 0xBEEF; }, 678, 0xEF, 0xBE},
-        {"p2p extra", [](OemDevPayload& p) { p.page2PageExtra = 2; }, 680, 0x02, 0x00},
-        {"start length", [](OemDevPayload& p) { p.startJobBufferLength = 513; }, 2253, 0x01, 0x02},
-        {"end length", [](OemDevPayload& p) { p.endJobBufferLength = 0x0A0B; }, 2768, 0x0B, 0x0A},
-        {"offset x", [](OemDevPayload& p) { p.offsetX = -2; }, 3283, 0xFE, 0xFF},
-        {"offset y", [](OemDevPayload& p) { p.offsetY = 1000; }, 3285, 0xE8, 0x03},
-        {"min value", [](OemDevPayload& p) { p.reductionMinValue = 0x1234; }, 3289, 0x34, 0x12},
-        {"value", [](OemDevPayload& p) { p.reductionValue = 0x5678; }, 3291, 0x78, 0x56},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        OEMDEV rec = Filled(0);
-        c.set(rec.payload);
-        const uint8_t* b = Bytes(rec) + OEMDEV_HEADER_SIZE + c.payloadOffset;
-        EXPECT_EQ(c.lo, b[0]);
-        EXPECT_EQ(c.hi, b[1]);
-    }
-    OEMDEV rec = Filled(0);
-    rec.payload.logos[3].path[0] = 'Z';
-    EXPECT_EQ('Z', Bytes(rec)[OEMDEV_HEADER_SIZE + 950 + 3 * 260 + 4]);
-}
-
-TEST(OemDevRecord, BodyResetKeepsTheExtraHeader) {
-    OEMDEV rec = Filled(0x77);
+    // A body reset leaves the extra header as it found it.
+    rec = Filled(0x77);
     ResetOEMDevBody(rec);
-    EXPECT_EQ(0x77777777u, +rec.dmExtraHeader.dwSize);
     EXPECT_EQ(0x77777777u, +rec.dmExtraHeader.dwSignature);
-    EXPECT_EQ(KIVITEM_SIGN_H, +rec.dwSignHead1);
-    EXPECT_EQ(KIVITEM_VERCURRENT, +rec.dwVerCurrent);
+    EXPECT_EQ(0, std::memcmp(b + 12, head + 12, sizeof head - 12));
     EXPECT_TRUE(PayloadIsZero(rec));
-    EXPECT_EQ(KIVITEM_SIGN_T, +rec.dwSignTail2);
 }
 
 TEST(OemDevConvert, ShortRecordKeepsItsLeadingBytes) {
@@ -143,46 +101,34 @@ TEST(OemDevConvert, NeverReadsPastTheIncomingBlockOrWritesPastTheRecord) {
     EXPECT_EQ(0, Bytes(out)[40]);
 }
 
-TEST(OemDevConvert, NullRecordsFail) {
-    OEMDEV rec;
-    SetOEMDevDefault(rec);
-    EXPECT_FALSE(ConvertOEMDevmode(nullptr, 0, &rec));
-    EXPECT_FALSE(ConvertOEMDevmode(Bytes(rec), sizeof rec, nullptr));
-    EXPECT_FALSE(ValidateOEMDevmode(nullptr));
-}
-
-TEST(OemDevMerge, IntactGuardsKeepTheBodyEvenAtAnOldLayoutVersion) {
-    OEMDEV in;
-    SetOEMDevDefault(in);
-    in.dwVerCurrent = 1;
-    std::strcpy(in.payload.modelName, "TRX418A CUT");
-    in.payload.density = 0x50;
-    OEMDEV out;
-    SetOEMDevDefault(out);
-    uint32_t cb = sizeof out;
-    DevModeCall call{true, Bytes(in), sizeof in, &out, &cb};
-
-    const DevModeResult r = hrOEMDevMode(OEMDM_MERGE, call);
-    EXPECT_EQ(kHrOk, r.hr);
-    EXPECT_EQ(0, std::memcmp(&in.payload, &out.payload, sizeof in.payload));
-    EXPECT_EQ(1u, +out.dwVerCurrent);
-}
-
-TEST(OemDevMerge, DamagedGuardsResetTheBody) {
-    for (int which = 0; which < 2; ++which) {
-        SCOPED_TRACE(which);
-        OEMDEV in;
+// Intact guards keep the body even at layout version 1 (the opening repairs it); a damaged
+// guard resets the whole record.
+TEST(OemDevMerge, GuardsDecideWhetherTheBodyIsKept) {
+    const struct {
+        const char* what;
+        void (*damage)(OEMDEV&);
+        bool keepsBody;
+    } cases[] = {
+        {"layout version 1", [](OEMDEV& r) { r.dwVerCurrent = 1; }, true},
+        {"head guard 1", [](OEMDEV& r) { r.dwSignHead1 = r.dwSignTail1 = 0; }, false},
+        {"head guard 2", [](OEMDEV& r) { r.dwSignHead2 = r.dwSignTail1 = 0; }, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        OEMDEV in, out, reset;
         SetOEMDevDefault(in);
-        (which == 0 ? in.dwSignHead1 : in.dwSignHead2) = 0;
         std::memset(&in.payload, 0x42, sizeof in.payload);
-        in.dwSignTail1 = 0;
-        OEMDEV out;
+        c.damage(in);
         SetOEMDevDefault(out);
-        DevModeCall call{true, Bytes(in), sizeof in, &out, nullptr};
-        ASSERT_EQ(kHrOk, hrOEMDevMode(OEMDM_MERGE, call).hr);
-        OEMDEV expected;
-        SetOEMDevDefault(expected);
-        EXPECT_EQ(0, std::memcmp(&out, &expected, sizeof out));
+        SetOEMDevDefault(reset);
+        uint32_t cb = sizeof out;
+        ASSERT_EQ(kHrOk, hrOEMDevMode(OEMDM_MERGE, {true, Bytes(in), sizeof in, &out, &cb}).hr);
+        if (c.keepsBody) {
+            EXPECT_EQ(0, std::memcmp(&in.payload, &out.payload, sizeof in.payload));
+            EXPECT_EQ(1u, +out.dwVerCurrent);
+        } else {
+            EXPECT_EQ(0, std::memcmp(&out, &reset, sizeof out));
+        }
     }
 }
 
@@ -213,9 +159,11 @@ TEST(OemDevServices, ModesAndFailures) {
     SetOEMDevDefault(expected);
     EXPECT_EQ(0, std::memcmp(&rec, &expected, sizeof rec));
 
-    // A conversion whose records are missing still answers S_OK.
+    // A conversion whose records are missing still answers S_OK; the conversion itself fails.
     DevModeCall nullConvert{true, nullptr, 0, &rec, &cb};
     EXPECT_EQ(kHrOk, hrOEMDevMode(OEMDM_CONVERT, nullConvert).hr);
+    EXPECT_FALSE(ConvertOEMDevmode(Bytes(rec), sizeof rec, nullptr));
+    EXPECT_FALSE(ValidateOEMDevmode(nullptr));
 }
 
 }  // namespace

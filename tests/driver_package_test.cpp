@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "entry/common_ui.h"
 #include "entry/gpd_reader.h"
 
 namespace {
@@ -58,83 +59,52 @@ std::vector<std::string> Lines(const std::string& text) {
     return lines;
 }
 
-std::vector<std::string> SplitBar(const std::string& text) {
-    std::vector<std::string> pieces;
-    size_t start = 0;
-    for (;;) {
-        const size_t bar = text.find('|', start);
-        pieces.push_back(text.substr(start, bar - start));
-        if (bar == std::string::npos)
-            return pieces;
-        start = bar + 1;
-    }
+// The factory's sixteen names and the model it has a class for but never builds, in the INF's
+// order; each has KIV_<name>.GPD with blanks as underscores.
+const char* const kModels[] = {
+    "VORTA5X",       "J7",      "ZLD90VII",       "N5",         "TRX415A",   "TRX418A CUT",
+    "TRX418A NOCUT", "HB5840A", "HB5820A",        "HB5820A-EJ", "WR35VII",   "WR55VII",
+    "TRX430A",       "ZLD40",   "ZLD40PRESENTER", "TRX430ATF",  "WR35VIIEJ",
+};
+
+std::string GpdOf(std::string model) {
+    std::replace(model.begin(), model.end(), ' ', '_');
+    return "KIV_" + model + ".GPD";
 }
 
-struct ModelFile {
-    const char* model;
-    const char* gpd;
-};
-
-// The factory's sixteen names and the model it has a class for but never builds.
-constexpr ModelFile kModels[] = {
-    {"VORTA5X", "KIV_VORTA5X.GPD"},
-    {"J7", "KIV_J7.GPD"},
-    {"ZLD90VII", "KIV_ZLD90VII.GPD"},
-    {"N5", "KIV_N5.GPD"},
-    {"TRX415A", "KIV_TRX415A.GPD"},
-    {"TRX418A CUT", "KIV_TRX418A_CUT.GPD"},
-    {"TRX418A NOCUT", "KIV_TRX418A_NOCUT.GPD"},
-    {"HB5840A", "KIV_HB5840A.GPD"},
-    {"HB5820A", "KIV_HB5820A.GPD"},
-    {"HB5820A-EJ", "KIV_HB5820A-EJ.GPD"},
-    {"WR35VII", "KIV_WR35VII.GPD"},
-    {"WR55VII", "KIV_WR55VII.GPD"},
-    {"TRX430A", "KIV_TRX430A.GPD"},
-    {"ZLD40", "KIV_ZLD40.GPD"},
-    {"ZLD40PRESENTER", "KIV_ZLD40PRESENTER.GPD"},
-    {"TRX430ATF", "KIV_TRX430ATF.GPD"},
-    {"WR35VIIEJ", "KIV_WR35VIIEJ.GPD"},
-};
-
-TEST(DriverPackage, EveryModelGpdYieldsItsModelText) {
+// Each GPD yields "MODEL|second|third|fourth" through its includes, and carries the root
+// entries Unidrv wants: the spec version first (before any comment), its names, the standard
+// features (paper sizes per model, the rest from the shared file).
+TEST(DriverPackage, EveryModelGpdYieldsItsModelTextAndTheRootEntries) {
     DriverFolder folder;
-    for (const ModelFile& m : kModels) {
-        SCOPED_TRACE(m.gpd);
-        const GpdReadResult r = ReadGpdOEMCustomData(folder, m.gpd);
+    std::string common;
+    ASSERT_TRUE(ReadWhole(DriverDir() / "KIV_COMMON.GPD", common));
+    for (const char* model : kModels) {
+        const std::string gpd = GpdOf(model);
+        SCOPED_TRACE(gpd);
+        const GpdReadResult r = ReadGpdOEMCustomData(folder, gpd);
         ASSERT_TRUE(r.found);
-        EXPECT_EQ(0u, r.unreadFiles) << "an *Include names a file the package lacks";
-        EXPECT_EQ(0u, r.badEntries);
+        EXPECT_EQ(0u, r.unreadFiles + r.badEntries)
+            << "an *Include the package lacks, or a bad entry";
         EXPECT_FALSE(r.limitReached);
-        const std::vector<std::string> pieces = SplitBar(r.text);
+        const std::vector<std::string> pieces = SplitModelText(r.text);
         ASSERT_EQ(4u, pieces.size()) << r.text;
-        EXPECT_EQ(m.model, pieces[0]);
-        for (size_t i = 1; i < pieces.size(); ++i)
-            EXPECT_FALSE(pieces[i].empty()) << i;
-    }
-}
+        EXPECT_EQ(model, pieces[0]);
+        EXPECT_EQ(0, std::count(pieces.begin(), pieces.end(), "")) << r.text;
 
-TEST(DriverPackage, GpdRootEntriesAreWhereUnidrvWantsThem) {
-    for (const ModelFile& m : kModels) {
-        SCOPED_TRACE(m.gpd);
         std::string text;
-        ASSERT_TRUE(ReadWhole(DriverDir() / m.gpd, text));
+        ASSERT_TRUE(ReadWhole(DriverDir() / gpd, text));
         const std::vector<std::string> lines = Lines(text);
         ASSERT_FALSE(lines.empty());
-        EXPECT_EQ("*GPDSpecVersion: \"1.0\"", lines[0]) << "must come before any comment";
-        const std::string modelName = std::string("*ModelName: \"KIV ") + m.model + "\"";
-        const std::string fileName = std::string("*GPDFileName: \"") + m.gpd + "\"";
+        EXPECT_EQ("*GPDSpecVersion: \"1.0\"", lines[0]);
         std::set<std::string> present(lines.begin(), lines.end());
-        EXPECT_TRUE(present.count(modelName));
-        EXPECT_TRUE(present.count(fileName));
-        EXPECT_TRUE(present.count("*Include: \"KIV_COMMON.GPD\""));
-        // The standard features Unidrv requires: paper sizes per model, the rest shared.
-        std::string common;
-        ASSERT_TRUE(ReadWhole(DriverDir() / "KIV_COMMON.GPD", common));
         for (const std::string& line : Lines(common))
             present.insert(line);
-        for (const char* feature :
-             {"*Feature: PaperSize", "*Feature: Resolution", "*Feature: InputBin"}) {
-            EXPECT_TRUE(present.count(feature)) << feature;
+        for (const std::string& entry :
+             {std::string("*ModelName: \"KIV ") + model + "\"", "*GPDFileName: \"" + gpd + "\"",
+              std::string("*Include: \"KIV_COMMON.GPD\""), std::string("*Feature: PaperSize"),
+              std::string("*Feature: Resolution"), std::string("*Feature: InputBin")}) {
+            EXPECT_TRUE(present.count(entry)) << entry;
         }
     }
 }
@@ -184,20 +154,18 @@ TEST(DriverPackage, InfNamesEveryGpdAndThePlugin) {
         SCOPED_TRACE(gpd);
         EXPECT_TRUE(inf.sourceFiles.count(gpd));
     }
-    EXPECT_TRUE(inf.sharedFiles.count("KIV_COMMON.GPD"));
-    EXPECT_TRUE(inf.sharedFiles.count("KivUI.dll"));
-    EXPECT_TRUE(inf.sharedFiles.count("KivUI.ini"));
-    EXPECT_TRUE(inf.sourceFiles.count("KivUI.dll"));
-    EXPECT_TRUE(inf.sourceFiles.count("KivUI.ini"));
+    for (const char* file : {"KIV_COMMON.GPD", "KivUI.dll", "KivUI.ini"}) {
+        EXPECT_TRUE(inf.sharedFiles.count(file) && inf.sourceFiles.count(file)) << file;
+    }
 
     ASSERT_EQ(std::size(kModels), inf.modelLines.size());
     ASSERT_EQ(std::size(kModels), inf.dataFiles.size());
     for (size_t i = 0; i < std::size(kModels); ++i) {
-        SCOPED_TRACE(kModels[i].model);
+        SCOPED_TRACE(kModels[i]);
         // The INF's model name is the GPD's *ModelName, which the spooler matches.
-        EXPECT_EQ(0u, inf.modelLines[i].find(std::string("\"KIV ") + kModels[i].model + "\" = "))
+        EXPECT_EQ(0u, inf.modelLines[i].find(std::string("\"KIV ") + kModels[i] + "\" = "))
             << inf.modelLines[i];
-        EXPECT_EQ(kModels[i].gpd, inf.dataFiles[i]);
+        EXPECT_EQ(GpdOf(kModels[i]), inf.dataFiles[i]);
         EXPECT_TRUE(gpds.count(inf.dataFiles[i]));
     }
     EXPECT_NE(std::string::npos, text.find("\r\nDriverVer=")) << "the version report reads it";

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -43,19 +42,6 @@ TEST(FreeBuffer, EscapesBecomeBytesAndEverythingElseStaysAsTyped) {
         EXPECT_EQ(parsed.error, c.error);
         EXPECT_EQ(parsed.bytes, c.bytes);
     }
-}
-
-TEST(FreeBuffer, ExactByteCountsFromMixedText) {
-    std::string text(256, '.');
-    Bytes expected(512, '.');
-    for (int i = 0; i < 256; ++i) {
-        char escape[5];
-        std::snprintf(escape, sizeof escape, "\\x%02X", 255 - i);
-        text.insert(0, escape);
-        expected[i] = static_cast<uint8_t>(i);
-    }
-    EXPECT_EQ(ParseFreeBuffer(text).bytes, expected);
-    EXPECT_EQ(ParseFreeBuffer(text + "\\x00").bytes.size(), 513u);
 }
 
 TEST(FreeBuffer, WideTextRejectsCharactersBeyondOneByte) {

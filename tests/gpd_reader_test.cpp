@@ -1,30 +1,13 @@
 // Tests of the "*OEMCustomData:" reader over in-memory GPD files.
 #include <gtest/gtest.h>
 
-#include <map>
 #include <string>
 #include <vector>
 
 #include "entry/gpd_reader.h"
+#include "support/memory_gpd_files.h"
 
 namespace {
-
-class MemoryGpdFiles : public GpdFileSource {
-  public:
-    std::map<std::string, std::string> files;
-    std::vector<std::string> reads;
-
-    Status Read(const std::string& name, size_t maxBytes, std::string& contents) override {
-        reads.push_back(name);
-        auto it = files.find(name);
-        if (it == files.end())
-            return Status::kMissing;
-        if (it->second.size() > maxBytes)
-            return Status::kTooLarge;
-        contents = it->second;
-        return Status::kOk;
-    }
-};
 
 GpdReadResult ReadMain(const std::string& text, const GpdReadLimits& limits = {}) {
     MemoryGpdFiles files;
@@ -97,7 +80,7 @@ TEST(GpdReader, MalformedValuesAreSkipped) {
     }
 }
 
-TEST(GpdReader, OtherKeywordsAndCommentsDoNotMatch) {
+TEST(GpdReader, NoEntryOtherKeywordsAndAMissingFile) {
     const GpdReadResult r = ReadMain(
         "*GPDSpecVersion: \"1.0\"\n"
         "*% *OEMCustomData: \"COMMENTED\"\n"
@@ -106,53 +89,34 @@ TEST(GpdReader, OtherKeywordsAndCommentsDoNotMatch) {
         "*ModelName: \"*OEMCustomData: X\"\n");
     EXPECT_FALSE(r.found);
     EXPECT_EQ("", r.text);
-}
-
-TEST(GpdReader, MissingEntryAndMissingFile) {
-    const GpdReadResult none = ReadMain("*GPDSpecVersion: \"1.0\"\n*ModelName: \"X\"\n");
-    EXPECT_FALSE(none.found);
-    EXPECT_EQ(0u, none.unreadFiles);
+    EXPECT_EQ(0u, r.unreadFiles);
 
     MemoryGpdFiles files;
     const GpdReadResult missing = ReadGpdOEMCustomData(files, "absent.gpd");
     EXPECT_FALSE(missing.found);
-    EXPECT_EQ("", missing.text);
     EXPECT_EQ(1u, missing.unreadFiles);
 }
 
+// Included files form one stream: a later entry wins wherever it sits, a missing include is
+// skipped, and path parts of an include name are dropped since all files sit in one folder.
 TEST(GpdReader, IncludedFilesFormOneStream) {
     MemoryGpdFiles files;
     files.files["main.gpd"] =
-        "*GPDSpecVersion: \"1.0\"\n"
         "*Include: \"StdNames.gpd\"\n"
         "*Include: \"C:\\other\\path\\model.gpd\"\n"
-        "*Include: after.gpd\n";
+        "*Include: gone.gpd\n";
     files.files["StdNames.gpd"] = "*OEMCustomData: \"FROM_STDNAMES\"\n";
     files.files["model.gpd"] = "*Include: \"deeper.gpd\"\n";
     files.files["deeper.gpd"] = "*OEMCustomData: \"TRX418A|S\"\n";
-    files.files["after.gpd"] = "*ModelName: \"no entry here\"\n";
-    const GpdReadResult r = ReadGpdOEMCustomData(files, "main.gpd");
-    EXPECT_TRUE(r.found);
+    GpdReadResult r = ReadGpdOEMCustomData(files, "main.gpd");
     EXPECT_EQ("TRX418A|S", r.text);
-    // Path parts of an include name are dropped: all files sit in one folder.
-    EXPECT_EQ((std::vector<std::string>{"main.gpd", "StdNames.gpd", "model.gpd", "deeper.gpd",
-                                        "after.gpd"}),
-              files.reads);
-}
-
-TEST(GpdReader, EntryAfterIncludeReplacesIncludedOne) {
-    MemoryGpdFiles files;
-    files.files["main.gpd"] = "*Include: \"inc.gpd\"\n*OEMCustomData: \"MAIN\"\n";
-    files.files["inc.gpd"] = "*OEMCustomData: \"INC\"\n";
-    EXPECT_EQ("MAIN", ReadGpdOEMCustomData(files, "main.gpd").text);
-}
-
-TEST(GpdReader, MissingIncludeIsSkipped) {
-    MemoryGpdFiles files;
-    files.files["main.gpd"] = "*Include: \"gone.gpd\"\n*OEMCustomData: \"A\"\n";
-    const GpdReadResult r = ReadGpdOEMCustomData(files, "main.gpd");
-    EXPECT_EQ("A", r.text);
     EXPECT_EQ(1u, r.unreadFiles);
+    EXPECT_EQ((std::vector<std::string>{"main.gpd", "StdNames.gpd", "model.gpd", "deeper.gpd",
+                                        "gone.gpd"}),
+              files.reads);
+
+    files.files["main.gpd"] += "*OEMCustomData: \"MAIN\"\n";
+    EXPECT_EQ("MAIN", ReadGpdOEMCustomData(files, "main.gpd").text);
 }
 
 TEST(GpdReader, SelfIncludeStopsAtDepthLimit) {

@@ -42,7 +42,7 @@ TEST(LogLayout, LineBytesPaddingAndFunctionNameCut) {
                   big + "\n");
     EXPECT_EQ(scoped.Platform().openedPath, "C:\\Logs\\TRX Printer_UI.log");
 
-    // A name without "::" loses its first character: the line format is read by support tools.
+    // kept-behaviour: Log function cut.
     const char* const cases[][2] = {
         {"ConvertOEMDevmode", "onvertOEMDevmode"}, {"A::B::C", "B::C"}, {"Trail::", ""}, {"x", ""}};
     for (const auto& c : cases) {

@@ -9,6 +9,7 @@
 #include "entry/devmode.h"
 #include "entry/record_repair.h"
 #include "fake_log_ports.h"
+#include "pages/print_rules.h"
 #include "settings/device_factory.h"
 #include "settings/setting_enums.h"
 
@@ -104,23 +105,6 @@ TEST(RecordRepairTest, DamagedRecordsAreResetFromTheModelWithTheirLogLines) {
     }
 }
 
-TEST(RecordRepairTest, ErrorLinesAreLevelTwoAndTheRestLevelFour) {
-    ScopedTestLog log(kLogError);
-    std::unique_ptr<UiDeviceCommon> device = CreateUiDevice("J7", "", "", "");
-    OEMDEV saved = GoodRecord(*device);
-    saved.dwSignHead2 = 0;
-    OEMDEV work{};
-    RepairWorkingRecord(saved, work, *device, "Printer");
-    EXPECT_EQ(log.Bodies(),
-              std::vector<std::string>{"[CommonUIProp] KIVITEM_SIGN_H is different, reset STRUCT"});
-
-    log.Platform().file.clear();
-    saved = GoodRecord(*device);
-    saved.dwVerCurrent = 0;
-    RepairWorkingRecord(saved, work, *device, "Printer");
-    EXPECT_EQ(log.Text(), "");
-}
-
 TEST(RecordRepairTest, AGoodRecordIsKeptByteForByteAndLoaded) {
     for (const char* model : {"ZLD90VII", "J7", "TRX430A"}) {
         SCOPED_TRACE(model);
@@ -140,8 +124,38 @@ TEST(RecordRepairTest, AGoodRecordIsKeptByteForByteAndLoaded) {
     }
 }
 
-TEST(RecordRepairTest, TheGenericDeviceMatchesAnEmptyModelName) {
-    // The generic device reports an empty model name, so a cleared body passes the model test.
+// What the Print page makes of the loaded 1-bit values: its threshold trackbar runs 1..254.
+bool PrintPageAccepts(const UiDeviceCommon& d) {
+    const int threshold = std::clamp<int>(d.GetConvThreshold(), kThresholdMin, kThresholdMax);
+    return !ValidatePrintControls(
+        PrintControls{0, 0, 0, threshold, d.GetConvFilterDown(), d.GetConvFilterUp()});
+}
+
+// A damaged body behind an intact header is kept, but what the model does not offer loads as
+// its starting value: the pages accept it as it is, and saving it writes nothing else.
+TEST(RecordRepairTest, ADamagedBodyOpensWithValuesTheModelOffers) {
+    std::unique_ptr<UiDeviceCommon> device = CreateUiDevice("TRX418A CUT", "", "", "");
+    OEMDEV saved = GoodRecord(*device);
+    saved.payload.cutMode = 0xFF;
+    saved.payload.quality = 0x37;
+    saved.payload.convThreshold = 60;
+    saved.payload.convFilterDown = 200;
+    OEMDEV work{};
+    RepairWorkingRecord(saved, work, *device, "Printer");
+    EXPECT_EQ(Bytes(work), Bytes(saved));
+    EXPECT_EQ(device->GetCutMode(), PRN_PROP_NO_CUT);
+    EXPECT_EQ(device->GetQuality(), PRN_PROP_QUAL_NORMAL);
+    EXPECT_EQ(device->GetDensity(), PRN_PROP_DENS_P37);  // an offered value stays
+    EXPECT_TRUE(PrintPageAccepts(*device));
+    device->FillOEMDEVWithDeviceValues(work.payload, 0);
+    EXPECT_EQ(work.payload.cutMode, PRN_PROP_NO_CUT);
+    EXPECT_EQ(work.payload.convFilterDown, 0);
+}
+
+// The generic device reports an empty model name, so the cleared body of a new record passes
+// the model test and is kept; its zero threshold and filters, which the Print page would
+// refuse, load as the starting 128 / 0 / 255, and what is saved then opens unchanged.
+TEST(RecordRepairTest, TheGenericDeviceKeepsANewRecordAndOpensItUsable) {
     ScopedTestLog log(kLogInfo);
     std::unique_ptr<UiDeviceCommon> device = CreateUiDevice("SOMETHING", "", "", "");
     OEMDEV saved{};
@@ -151,8 +165,16 @@ TEST(RecordRepairTest, TheGenericDeviceMatchesAnEmptyModelName) {
     RepairWorkingRecord(saved, work, *device, "Printer");
     EXPECT_EQ(Bytes(work), Bytes(saved));
     EXPECT_TRUE(RepairLines(log).empty());
-    // Nothing is supported, so the loaded value is forced.
-    EXPECT_EQ(device->GetDensity(), 0);
+    EXPECT_EQ(device->GetDensity(), 0);  // nothing is supported
+    EXPECT_EQ(device->GetConvThreshold(), 128);
+    EXPECT_TRUE(PrintPageAccepts(*device));
+
+    device->FillOEMDEVWithDeviceValues(work.payload, 0);
+    const OEMDEV applied = work;
+    std::unique_ptr<UiDeviceCommon> next = CreateUiDevice("SOMETHING", "", "", "");
+    RepairWorkingRecord(applied, work, *next, "Printer");
+    EXPECT_EQ(Bytes(work), Bytes(applied));
+    EXPECT_EQ(next->GetConvFilterUp(), 255);
 }
 
 }  // namespace

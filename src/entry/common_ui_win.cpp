@@ -4,6 +4,7 @@
 #include "entry/intrface_win.h"
 #include "entry/property_page_entry_win.h"
 #include "entry/record_repair.h"
+#include "infra/guarded.h"
 #include "infra/log.h"
 #include "ports/platform_win.h"
 #include "settings/device_factory.h"
@@ -41,14 +42,16 @@ std::string ModelDataText(HANDLE hPrinter) {
 }  // namespace
 
 STDMETHODIMP IOemUI::CommonUIProp(DWORD dwMode, POEMCUIPPARAM pOemCUIPParam) {
-    TraceScope trace(kFn, "Begin mode : ");
-    // Printer properties and the framework's first (counting) call change nothing.
-    if (dwMode != OEMCUIP_PRNPROP && pOemCUIPParam != nullptr &&
-        pOemCUIPParam->pOEMOptItems != nullptr) {
-        PrepareDocumentPass(pOemCUIPParam);
-        pOemCUIPParam->pOEMUserData = &m_state;
-    }
-    return trace.Return(hrOEMPropertyPage(dwMode, pOemCUIPParam));
+    return Guarded(kFn, E_FAIL, [&] {
+        TraceScope trace(kFn, "Begin mode : ");
+        // Printer properties and the framework's first (counting) call change nothing.
+        if (dwMode != OEMCUIP_PRNPROP && pOemCUIPParam != nullptr &&
+            pOemCUIPParam->pOEMOptItems != nullptr) {
+            PrepareDocumentPass(pOemCUIPParam);
+            pOemCUIPParam->pOEMUserData = &m_state;
+        }
+        return trace.Return(hrOEMPropertyPage(dwMode, pOemCUIPParam));
+    });
 }
 
 void IOemUI::PrepareDocumentPass(POEMCUIPPARAM param) {

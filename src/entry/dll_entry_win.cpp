@@ -4,6 +4,7 @@
 #include <new>
 
 #include "entry/intrface_win.h"
+#include "infra/guarded.h"
 #include "infra/log.h"
 #include "ports/platform_win.h"
 
@@ -41,71 +42,84 @@ bool KivCheck(bool condition, const char* expression, const char* source, int li
 // IOemCF
 
 STDMETHODIMP IOemCF::QueryInterface(REFIID riid, void** ppv) {
-    TraceScope trace("IOemCF::QueryInterface");
-    if (ppv == nullptr)
-        return trace.Return(E_POINTER);
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IClassFactory)) {
-        *ppv = static_cast<IClassFactory*>(this);
-        AddRef();
-        return trace.Return(S_OK);
-    }
-    TheLog().Write(kLogInfo, "IOemCF::QueryInterface", "IID not supported.");
-    *ppv = nullptr;
-    return trace.Return(E_NOINTERFACE);
+    return Guarded("IOemCF::QueryInterface", E_FAIL, [&] {
+        TraceScope trace("IOemCF::QueryInterface");
+        if (ppv == nullptr)
+            return trace.Return(E_POINTER);
+        if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IClassFactory)) {
+            *ppv = static_cast<IClassFactory*>(this);
+            AddRef();
+            return trace.Return(S_OK);
+        }
+        TheLog().Write(kLogInfo, "IOemCF::QueryInterface", "IID not supported.");
+        *ppv = nullptr;
+        return trace.Return(E_NOINTERFACE);
+    });
 }
 
 STDMETHODIMP_(ULONG) IOemCF::AddRef() {
-    return static_cast<ULONG>(InterlockedIncrement(&m_cRef));
+    return Guarded("IOemCF::AddRef", ULONG{0},
+                   [&] { return static_cast<ULONG>(InterlockedIncrement(&m_cRef)); });
 }
 
 STDMETHODIMP_(ULONG) IOemCF::Release() {
-    const LONG count = InterlockedDecrement(&m_cRef);
-    if (count == 0)
-        delete this;
-    return static_cast<ULONG>(count);
+    return Guarded("IOemCF::Release", ULONG{0}, [&] {
+        const LONG count = InterlockedDecrement(&m_cRef);
+        if (count == 0)
+            delete this;
+        return static_cast<ULONG>(count);
+    });
 }
 
 STDMETHODIMP IOemCF::CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppv) {
-    if (ppv == nullptr)
-        return E_POINTER;
-    *ppv = nullptr;
-    if (pUnkOuter != nullptr)
-        return CLASS_E_NOAGGREGATION;
-    IOemUI* object = new (std::nothrow) IOemUI;
-    if (object == nullptr)
-        return E_OUTOFMEMORY;
-    const HRESULT hr = object->QueryInterface(riid, ppv);
-    object->Release();  // a failed query frees the object here
-    return hr;
+    return Guarded("IOemCF::CreateInstance", E_FAIL, [&] {
+        if (ppv == nullptr)
+            return E_POINTER;
+        *ppv = nullptr;
+        if (pUnkOuter != nullptr)
+            return CLASS_E_NOAGGREGATION;
+        IOemUI* object = new (std::nothrow) IOemUI;
+        if (object == nullptr)
+            return E_OUTOFMEMORY;
+        const HRESULT hr = object->QueryInterface(riid, ppv);
+        object->Release();  // a failed query frees the object here
+        return hr;
+    });
 }
 
 STDMETHODIMP IOemCF::LockServer(BOOL fLock) {
-    if (fLock) {
-        InterlockedIncrement(&g_cServerLocks);
-    } else {
-        InterlockedDecrement(&g_cServerLocks);
-    }
-    return S_OK;
+    return Guarded("IOemCF::LockServer", E_FAIL, [&] {
+        if (fLock) {
+            InterlockedIncrement(&g_cServerLocks);
+        } else {
+            InterlockedDecrement(&g_cServerLocks);
+        }
+        return S_OK;
+    });
 }
 
 // ---------------------------------------------------------------------------------------------
 // Exports
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD dwReason, LPVOID) {
-    switch (dwReason) {
-        case DLL_PROCESS_ATTACH:
-            g_hModule = hInstance;
-            break;
-        case DLL_PROCESS_DETACH:
-            TheLog().Close();
-            break;
-        default:
-            break;
-    }
-    return TRUE;
+    return Guarded("DllMain", FALSE, [&] {
+        switch (dwReason) {
+            case DLL_PROCESS_ATTACH:
+                g_hModule = hInstance;
+                break;
+            case DLL_PROCESS_DETACH:
+                TheLog().Close();
+                break;
+            default:
+                break;
+        }
+        return TRUE;
+    });
 }
 
-extern "C" HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
+namespace {
+
+HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
     // The log's Win32 side is installed here rather than in DllMain, which must stay minimal.
     InstallWinPlatform(g_hModule);
     TraceScope trace("DllGetClassObject");
@@ -122,8 +136,13 @@ extern "C" HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID rclsid, REFIID riid
     return trace.Return(hr);
 }
 
+}  // namespace
+
+extern "C" HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
+    return Guarded("DllGetClassObject", E_FAIL, [&] { return GetClassObject(rclsid, riid, ppv); });
+}
+
 extern "C" HRESULT STDAPICALLTYPE DllCanUnloadNow() {
-    if (g_cComponents != 0 || KivServerLockCount() != 0)
-        return S_FALSE;
-    return S_OK;
+    return Guarded("DllCanUnloadNow", E_FAIL,
+                   [] { return g_cComponents != 0 || KivServerLockCount() != 0 ? S_FALSE : S_OK; });
 }

@@ -6,6 +6,8 @@
 #include "session/oem_ui_state.h"
 #include "session/page_context_win.h"
 #include "pages/save_settings_win.h"
+#include "entry/record_repair.h"
+#include "infra/guarded.h"
 #include "infra/log.h"
 #include "settings/ui_device_common.h"
 
@@ -29,20 +31,27 @@ LONG ApplyNow(HWND hDlg, POEMCUIPPARAM param) {
     OemUiState* state = block != nullptr ? block->pOemUiState : nullptr;
     if (state == nullptr && param != nullptr)
         state = static_cast<OemUiState*>(param->pOEMUserData);
-    OemDevPayload* body = nullptr;
+    OEMDEV* record = nullptr;
     if (param != nullptr && param->pOEMDM != nullptr && IsOurRecord(param->pOEMDM)) {
-        body = reinterpret_cast<OemDevPayload*>(static_cast<uint8_t*>(param->pOEMDM) +
-                                                OEMDEV_HEADER_SIZE);
+        record = static_cast<OEMDEV*>(param->pOEMDM);
     }
+    OemDevPayload* body = record != nullptr ? &record->payload : nullptr;
+    LONG result = CPSUICB_ACTION_NONE;
     if (block != nullptr && block->m_bResetRequested != 0) {
         TheLog().Write(kLogInfo, kCallbackName, "RESET Settings to DEFAULT");
         block->m_bResetRequested = 0;
         if (state != nullptr && state->device && body != nullptr) {
             state->device->FillOEMDEVWithDeviceValues(*body, 1);
         }
-        return CPSUICB_ACTION_NONE;
+    } else {
+        result = SaveSettingsPublicDM(block, state, body, param);
     }
-    return SaveSettingsPublicDM(block, state, body, param);
+    // The body just written belongs to the frame the opening repaired; with the old frame (a
+    // layout version 1, say) every later opening would reset the record and lose this apply.
+    if (result == CPSUICB_ACTION_NONE && state != nullptr && record != nullptr) {
+        CopyRepairedFrame(state->workOEMDev, *record);
+    }
+    return result;
 }
 
 }  // namespace
@@ -56,7 +65,9 @@ PageContext* FindPageBlock(HWND hDlg) {
     return reinterpret_cast<PageContext*>(GetWindowLongPtrW(sheet, GWLP_USERDATA));
 }
 
-LONG APIENTRY OEMDocUICallBack(PCPSUICBPARAM pCallbackParam, POEMCUIPPARAM pOEMUIParam) {
+namespace {
+
+LONG DocUICallBack(PCPSUICBPARAM pCallbackParam, POEMCUIPPARAM pOEMUIParam) {
     if (pCallbackParam == nullptr)
         return CPSUICB_ACTION_NONE;
     switch (pCallbackParam->Reason) {
@@ -77,4 +88,11 @@ LONG APIENTRY OEMDocUICallBack(PCPSUICBPARAM pCallbackParam, POEMCUIPPARAM pOEMU
         default:
             return CPSUICB_ACTION_NONE;
     }
+}
+
+}  // namespace
+
+LONG APIENTRY OEMDocUICallBack(PCPSUICBPARAM pCallbackParam, POEMCUIPPARAM pOEMUIParam) {
+    return Guarded(kCallbackName, LONG{0},
+                   [&] { return DocUICallBack(pCallbackParam, pOEMUIParam); });
 }

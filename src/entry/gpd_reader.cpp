@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "infra/text_format.h"
+
 namespace {
 
 constexpr std::string_view kOEMCustomDataKeyword = "*OEMCustomData";
@@ -11,16 +13,6 @@ constexpr std::string_view kIncludeKeyword = "*Include";
 
 bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\v' || c == '\f';
-}
-
-int HexDigit(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
 }
 
 // Parses "<hex pairs>" starting at value[i] == '<'; blanks may stand between the digits.
@@ -33,7 +25,7 @@ bool ParseHex(const std::string& value, size_t& i, std::string& out) {
             return pending < 0;
         if (IsBlank(c))
             continue;
-        const int digit = HexDigit(c);
+        const int digit = HexDigitValue(c);
         if (digit < 0)
             return false;
         if (pending < 0) {

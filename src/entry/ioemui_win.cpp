@@ -6,6 +6,7 @@
 #include "entry/intrface_win.h"
 #include "entry/property_sheets_win.h"
 #include "entry/property_page_entry_win.h"
+#include "infra/guarded.h"
 #include "infra/log.h"
 #include "ports/platform_win.h"
 #include "settings/ui_device_common.h"
@@ -61,193 +62,226 @@ IOemUI::~IOemUI() {
 }
 
 STDMETHODIMP IOemUI::QueryInterface(REFIID riid, void** ppv) {
-    static const char* const kFn = "IOemUI::QueryInterface";
-    TraceScope trace(kFn);
-    if (ppv == nullptr)
-        return trace.Return(E_POINTER);
-    if (IsEqualIID(riid, IID_IUnknown)) {
-        *ppv = static_cast<IUnknown*>(this);
-        TheLog().Write(kLogInfo, kFn, "Return pointer to IUnknown.");
-    } else if (IsEqualIID(riid, IID_IPrintOemUI)) {
-        *ppv = static_cast<IPrintOemUI*>(this);
-        TheLog().Write(kLogInfo, kFn, "pointer to IPrintOemUI.");
-    } else {
-        TheLog().Write(kLogInfo, kFn, "QueryInterface IID not supported.");
-        *ppv = nullptr;
-        return trace.Return(E_NOINTERFACE);
-    }
-    AddRef();
-    return trace.Return(S_OK);
+    return Guarded("IOemUI::QueryInterface", E_FAIL, [&] {
+        static const char* const kFn = "IOemUI::QueryInterface";
+        TraceScope trace(kFn);
+        if (ppv == nullptr)
+            return trace.Return(E_POINTER);
+        if (IsEqualIID(riid, IID_IUnknown)) {
+            *ppv = static_cast<IUnknown*>(this);
+            TheLog().Write(kLogInfo, kFn, "Return pointer to IUnknown.");
+        } else if (IsEqualIID(riid, IID_IPrintOemUI)) {
+            *ppv = static_cast<IPrintOemUI*>(this);
+            TheLog().Write(kLogInfo, kFn, "pointer to IPrintOemUI.");
+        } else {
+            TheLog().Write(kLogInfo, kFn, "QueryInterface IID not supported.");
+            *ppv = nullptr;
+            return trace.Return(E_NOINTERFACE);
+        }
+        AddRef();
+        return trace.Return(S_OK);
+    });
 }
 
 STDMETHODIMP_(ULONG) IOemUI::AddRef() {
-    TraceScope trace("IOemUI::AddRef");
-    return trace.Return(static_cast<ULONG>(InterlockedIncrement(&m_cRef)));
+    return Guarded("IOemUI::AddRef", ULONG{0}, [&] {
+        TraceScope trace("IOemUI::AddRef");
+        return trace.Return(static_cast<ULONG>(InterlockedIncrement(&m_cRef)));
+    });
 }
 
 STDMETHODIMP_(ULONG) IOemUI::Release() {
-    TraceScope trace("IOemUI::Release");
-    const LONG count = InterlockedDecrement(&m_cRef);
-    if (count == 0)
-        delete this;
-    return trace.Return(static_cast<ULONG>(count));
+    return Guarded("IOemUI::Release", ULONG{0}, [&] {
+        TraceScope trace("IOemUI::Release");
+        const LONG count = InterlockedDecrement(&m_cRef);
+        if (count == 0)
+            delete this;
+        return trace.Return(static_cast<ULONG>(count));
+    });
 }
 
 STDMETHODIMP IOemUI::GetInfo(DWORD dwMode, PVOID pBuffer, DWORD cbSize, PDWORD pcbNeeded) {
-    static const char* const kFn = "IOemUI::GetInfo";
-    TraceScope trace(kFn);
-    // The interface version is not answered either, and with the same text.
-    if (pcbNeeded == nullptr || dwMode < OEMGI_GETSIGNATURE || dwMode > OEMGI_GETPUBLISHERINFO ||
-        dwMode == OEMGI_GETINTERFACEVERSION) {
-        TheLog().Write(kLogWarning, kFn, "exit pcbNeeded is NULL! ERROR_INVALID_PARAMETER");
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return trace.Return(E_FAIL);
-    }
-    *pcbNeeded = kInfoSize;
-    if (cbSize < kInfoSize || pBuffer == nullptr) {
-        TheLog().Write(kLogWarning, kFn, "IOemUI::GetInfo() exit insufficient buffer!");
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        return trace.Return(E_FAIL);
-    }
-    DWORD value = 0;
-    switch (dwMode) {
-        case OEMGI_GETSIGNATURE:
-            value = KIVITEM_SIGNATURE;
-            break;
-        case OEMGI_GETVERSION:
-            value = KIVITEM_VERSION;
-            break;
-        default:  // OEMGI_GETPUBLISHERINFO
-            TheLog().Write(kLogWarning, kFn, "IOemUI::GetInfo() exit mode not supported.");
-            *pcbNeeded = 0;
-            SetLastError(ERROR_NOT_SUPPORTED);
-            return trace.Return(E_FAIL);
-    }
-    std::memcpy(pBuffer, &value, sizeof value);
-    return trace.Return(S_OK);
-}
-
-STDMETHODIMP IOemUI::DevMode(DWORD dwMode, POEMDMPARAM pOemDMParam) {
-    TraceScope trace("IOemUI::DevMode");
-    DevModeCall call;
-    uint32_t bufSize = 0;  // DWORD and uint32_t are distinct types to the compiler
-    if (pOemDMParam != nullptr) {
-        // The framework's out buffer must hold a whole record before anything is written to it.
-        if (ModeWritesRecord(dwMode) && pOemDMParam->pOEMDMOut != nullptr &&
-            pOemDMParam->cbBufSize < OEMDEV_SIZE) {
-            TheLog().Write(kLogError, "IOemUI::DevMode", "ERROR_INVALID_PARAMETER.");
+    return Guarded("IOemUI::GetInfo", E_FAIL, [&] {
+        static const char* const kFn = "IOemUI::GetInfo";
+        TraceScope trace(kFn);
+        // The interface version is not answered either, and with the same text.
+        if (pcbNeeded == nullptr || dwMode < OEMGI_GETSIGNATURE ||
+            dwMode > OEMGI_GETPUBLISHERINFO || dwMode == OEMGI_GETINTERFACEVERSION) {
+            TheLog().Write(kLogWarning, kFn, "exit pcbNeeded is NULL! ERROR_INVALID_PARAMETER");
             SetLastError(ERROR_INVALID_PARAMETER);
             return trace.Return(E_FAIL);
         }
-        call.paramPresent = true;
-        call.oemIn = static_cast<const uint8_t*>(pOemDMParam->pOEMDMIn);
-        call.oemInAvailable = ReadableRecordBytes(pOemDMParam->pOEMDMIn);
-        call.oemOut = static_cast<OEMDEV*>(pOemDMParam->pOEMDMOut);
-        bufSize = pOemDMParam->cbBufSize;
-        call.cbBufSize = &bufSize;
-    }
-    const DevModeResult result = hrOEMDevMode(dwMode, call);
-    if (pOemDMParam != nullptr)
-        pOemDMParam->cbBufSize = bufSize;
-    if (result.lastError != kErrorSuccess)
-        SetLastError(result.lastError);
+        *pcbNeeded = kInfoSize;
+        if (cbSize < kInfoSize || pBuffer == nullptr) {
+            TheLog().Write(kLogWarning, kFn, "IOemUI::GetInfo() exit insufficient buffer!");
+            SetLastError(ERROR_INSUFFICIENT_BUFFER);
+            return trace.Return(E_FAIL);
+        }
+        DWORD value = 0;
+        switch (dwMode) {
+            case OEMGI_GETSIGNATURE:
+                value = KIVITEM_SIGNATURE;
+                break;
+            case OEMGI_GETVERSION:
+                value = KIVITEM_VERSION;
+                break;
+            default:  // OEMGI_GETPUBLISHERINFO
+                TheLog().Write(kLogWarning, kFn, "IOemUI::GetInfo() exit mode not supported.");
+                *pcbNeeded = 0;
+                SetLastError(ERROR_NOT_SUPPORTED);
+                return trace.Return(E_FAIL);
+        }
+        std::memcpy(pBuffer, &value, sizeof value);
+        return trace.Return(S_OK);
+    });
+}
 
-    // The incoming record, not the merged one, is what the pages start from at the next opening.
-    if (dwMode == OEMDM_MERGE && pOemDMParam != nullptr && pOemDMParam->pOEMDMIn != nullptr) {
-        std::memset(&m_state.savedOEMDev, 0, sizeof m_state.savedOEMDev);
-        std::memcpy(&m_state.savedOEMDev, pOemDMParam->pOEMDMIn, call.oemInAvailable);
-    }
-    return trace.Return(static_cast<HRESULT>(result.hr));
+STDMETHODIMP IOemUI::DevMode(DWORD dwMode, POEMDMPARAM pOemDMParam) {
+    return Guarded("IOemUI::DevMode", E_FAIL, [&] {
+        TraceScope trace("IOemUI::DevMode");
+        DevModeCall call;
+        uint32_t bufSize = 0;  // DWORD and uint32_t are distinct types to the compiler
+        if (pOemDMParam != nullptr) {
+            // The framework's out buffer must hold a whole record before anything is written to it.
+            if (ModeWritesRecord(dwMode) && pOemDMParam->pOEMDMOut != nullptr &&
+                pOemDMParam->cbBufSize < OEMDEV_SIZE) {
+                TheLog().Write(kLogError, "IOemUI::DevMode", "ERROR_INVALID_PARAMETER.");
+                SetLastError(ERROR_INVALID_PARAMETER);
+                return trace.Return(E_FAIL);
+            }
+            call.paramPresent = true;
+            call.oemIn = static_cast<const uint8_t*>(pOemDMParam->pOEMDMIn);
+            call.oemInAvailable = ReadableRecordBytes(pOemDMParam->pOEMDMIn);
+            call.oemOut = static_cast<OEMDEV*>(pOemDMParam->pOEMDMOut);
+            bufSize = pOemDMParam->cbBufSize;
+            call.cbBufSize = &bufSize;
+        }
+        const DevModeResult result = hrOEMDevMode(dwMode, call);
+        if (pOemDMParam != nullptr)
+            pOemDMParam->cbBufSize = bufSize;
+        if (result.lastError != kErrorSuccess)
+            SetLastError(result.lastError);
+
+        // The incoming record, not the merged one, is what the pages start from at the next
+        // opening.
+        if (dwMode == OEMDM_MERGE && pOemDMParam != nullptr && pOemDMParam->pOEMDMIn != nullptr) {
+            std::memset(&m_state.savedOEMDev, 0, sizeof m_state.savedOEMDev);
+            std::memcpy(&m_state.savedOEMDev, pOemDMParam->pOEMDMIn, call.oemInAvailable);
+        }
+        return trace.Return(static_cast<HRESULT>(result.hr));
+    });
 }
 
 STDMETHODIMP IOemUI::PublishDriverInterface(IUnknown* pIUnknown) {
-    TraceScope trace("IOemUI::PublishDriverInterface", " Begin");
-    if (m_pOEMHelp == nullptr) {
-        void* helper = nullptr;
-        const HRESULT hr = pIUnknown != nullptr
-                               ? pIUnknown->QueryInterface(IID_IPrintOemDriverUI, &helper)
-                               : E_POINTER;
-        if (FAILED(hr) || helper == nullptr) {
-            m_pOEMHelp = nullptr;
-            m_state.driverHelper = nullptr;
-            return trace.Return(E_FAIL);
+    return Guarded("IOemUI::PublishDriverInterface", E_FAIL, [&] {
+        TraceScope trace("IOemUI::PublishDriverInterface", " Begin");
+        if (m_pOEMHelp == nullptr) {
+            void* helper = nullptr;
+            const HRESULT hr = pIUnknown != nullptr
+                                   ? pIUnknown->QueryInterface(IID_IPrintOemDriverUI, &helper)
+                                   : E_POINTER;
+            if (FAILED(hr) || helper == nullptr) {
+                m_pOEMHelp = nullptr;
+                m_state.driverHelper = nullptr;
+                return trace.Return(E_FAIL);
+            }
+            m_pOEMHelp = static_cast<IPrintOemDriverUI*>(helper);
+            m_state.driverHelper = m_pOEMHelp;
         }
-        m_pOEMHelp = static_cast<IPrintOemDriverUI*>(helper);
-        m_state.driverHelper = m_pOEMHelp;
-    }
-    return trace.Return(S_OK);
+        return trace.Return(S_OK);
+    });
 }
 
 STDMETHODIMP IOemUI::DocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam) {
-    TraceScope trace("IOemUI::DocumentPropertySheets");
-    return trace.Return(hrOEMDocumentPropertySheets(pPSUIInfo, lParam, m_pOEMHelp, &m_state,
-                                                    ModuleAdminFlag(), m_state.lmAvailable,
-                                                    m_state.lmBidi, m_state.lmEnable));
+    return Guarded("IOemUI::DocumentPropertySheets", E_FAIL, [&] {
+        TraceScope trace("IOemUI::DocumentPropertySheets");
+        return trace.Return(hrOEMDocumentPropertySheets(pPSUIInfo, lParam, m_pOEMHelp, &m_state,
+                                                        ModuleAdminFlag(), m_state.lmAvailable,
+                                                        m_state.lmBidi, m_state.lmEnable));
+    });
 }
 
 STDMETHODIMP IOemUI::DevicePropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam) {
-    TraceScope trace("IOemUI::DevicePropertySheets");
-    return trace.Return(hrOEMDevicePropertySheets(pPSUIInfo, lParam));
+    return Guarded("IOemUI::DevicePropertySheets", E_FAIL, [&] {
+        TraceScope trace("IOemUI::DevicePropertySheets");
+        return trace.Return(hrOEMDevicePropertySheets(pPSUIInfo, lParam));
+    });
 }
 
 STDMETHODIMP IOemUI::DevQueryPrintEx(POEMUIOBJ, PDEVQUERYPRINT_INFO, DEVMODEW*, PVOID) {
-    TraceScope trace("IOemUI::DevQueryPrintEx");
-    return trace.Return(E_NOTIMPL);
+    return Guarded("IOemUI::DevQueryPrintEx", E_FAIL, [&] {
+        TraceScope trace("IOemUI::DevQueryPrintEx");
+        return trace.Return(E_NOTIMPL);
+    });
 }
 
 STDMETHODIMP IOemUI::DeviceCapabilities(POEMUIOBJ, HANDLE, PWSTR, WORD, PVOID, DEVMODEW*, PVOID,
                                         DWORD, DWORD*) {
-    TraceScope trace("IOemUI::DeviceCapabilitiesW");
-    return trace.Return(E_NOTIMPL);
+    return Guarded("IOemUI::DeviceCapabilitiesW", E_FAIL, [&] {
+        TraceScope trace("IOemUI::DeviceCapabilitiesW");
+        return trace.Return(E_NOTIMPL);
+    });
 }
 
 STDMETHODIMP IOemUI::UpgradePrinter(DWORD, PBYTE) {
-    TraceScope trace("IOemUI::UpgradePrinter");
-    return trace.Return(E_NOTIMPL);
+    return Guarded("IOemUI::UpgradePrinter", E_FAIL, [&] {
+        TraceScope trace("IOemUI::UpgradePrinter");
+        return trace.Return(E_NOTIMPL);
+    });
 }
 
 STDMETHODIMP IOemUI::PrinterEvent(PWSTR, INT, DWORD, LPARAM) {
-    TraceScope trace("IOemUI::PrinterEvent");
-    return trace.Return(E_NOTIMPL);
+    return Guarded("IOemUI::PrinterEvent", E_FAIL, [&] {
+        TraceScope trace("IOemUI::PrinterEvent");
+        return trace.Return(E_NOTIMPL);
+    });
 }
 
 STDMETHODIMP IOemUI::DriverEvent(DWORD, DWORD, LPBYTE, LPARAM) {
-    TraceScope trace("IOemUI::DriverEvent");
-    return trace.Return(E_NOTIMPL);
+    return Guarded("IOemUI::DriverEvent", E_FAIL, [&] {
+        TraceScope trace("IOemUI::DriverEvent");
+        return trace.Return(E_NOTIMPL);
+    });
 }
 
 STDMETHODIMP IOemUI::QueryColorProfile(HANDLE, POEMUIOBJ, DEVMODEW*, PVOID, ULONG ulQueryMode,
                                        VOID* pvProfileData, ULONG* pcbProfileData,
                                        FLONG* pflProfileData) {
-    TraceScope trace("IOemUI::QueryColorProfile");
-    if (ulQueryMode != QCP_DEVICEPROFILE)
-        return trace.Return(E_FAIL);
-    if (pcbProfileData == nullptr) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return trace.Return(E_FAIL);
-    }
-    if (pvProfileData == nullptr || *pcbProfileData < kProfileBytes) {
+    return Guarded("IOemUI::QueryColorProfile", E_FAIL, [&] {
+        TraceScope trace("IOemUI::QueryColorProfile");
+        if (ulQueryMode != QCP_DEVICEPROFILE)
+            return trace.Return(E_FAIL);
+        if (pcbProfileData == nullptr) {
+            SetLastError(ERROR_INVALID_PARAMETER);
+            return trace.Return(E_FAIL);
+        }
+        if (pvProfileData == nullptr || *pcbProfileData < kProfileBytes) {
+            *pcbProfileData = kProfileBytes;
+            SetLastError(ERROR_INSUFFICIENT_BUFFER);
+            return trace.Return(E_FAIL);
+        }
+        const HRESULT hr = CopyWideBounded(pvProfileData, *pcbProfileData, kProfileName);
+        if (FAILED(hr)) {
+            SetLastError(static_cast<DWORD>(hr));
+            return trace.Return(E_FAIL);
+        }
         *pcbProfileData = kProfileBytes;
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        return trace.Return(E_FAIL);
-    }
-    const HRESULT hr = CopyWideBounded(pvProfileData, *pcbProfileData, kProfileName);
-    if (FAILED(hr)) {
-        SetLastError(static_cast<DWORD>(hr));
-        return trace.Return(E_FAIL);
-    }
-    *pcbProfileData = kProfileBytes;
-    if (pflProfileData != nullptr)
-        *pflProfileData = QCP_PROFILEDISK;
-    return trace.Return(hr);
+        if (pflProfileData != nullptr)
+            *pflProfileData = QCP_PROFILEDISK;
+        return trace.Return(hr);
+    });
 }
 
 STDMETHODIMP IOemUI::FontInstallerDlgProc(HWND, UINT, WPARAM, LPARAM) {
-    TraceScope trace("IOemUI::FontInstallerDlgProc");
-    return trace.Return(E_NOTIMPL);
+    return Guarded("IOemUI::FontInstallerDlgProc", E_FAIL, [&] {
+        TraceScope trace("IOemUI::FontInstallerDlgProc");
+        return trace.Return(E_NOTIMPL);
+    });
 }
 
 STDMETHODIMP IOemUI::UpdateExternalFonts(HANDLE, HANDLE, PWSTR) {
-    TraceScope trace("IOemUI::UpdateExternalFonts");
-    return trace.Return(E_NOTIMPL);
+    return Guarded("IOemUI::UpdateExternalFonts", E_FAIL, [&] {
+        TraceScope trace("IOemUI::UpdateExternalFonts");
+        return trace.Return(E_NOTIMPL);
+    });
 }

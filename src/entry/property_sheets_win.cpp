@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "entry/intrface_win.h"
-#include "entry/page_registration.h"
+#include "infra/guarded.h"
 #include "infra/log.h"
 #include "session/page_context_win.h"
 #include "pages/page_framework_win.h"
@@ -26,18 +26,6 @@ struct PropSheetPageV4 {
 static_assert(sizeof(PropSheetPageV4) == 104);
 static_assert(offsetof(PropSheetPageV4, hbmHeader) == 96);
 
-// The dialog procedure of each page that exists so far; a page without one is not added.
-DLGPROC PageProcedure(PageId page) {
-    switch (page) {
-        case PageId::kPrint:
-            return DevicePropPageDocPrint;
-        case PageId::kPrintAdjust:
-            return DevicePropPageDocPrintAdjust;
-        default:
-            return nullptr;
-    }
-}
-
 void RegisterPages(PPROPSHEETUI_INFO info, POEMUIPSPARAM psp, OemUiState* state,
                    uint32_t* adminFlag, uint32_t lmAvailable, uint32_t lmBidi, uint32_t lmEnable) {
     auto* block = static_cast<PageContext*>(
@@ -53,21 +41,17 @@ void RegisterPages(PPROPSHEETUI_INFO info, POEMUIPSPARAM psp, OemUiState* state,
             flags[i] = device->GetCapabilityFlag(i);
     }
     const bool admin = adminFlag != nullptr && *adminFlag != 0;
-    for (const PageRegistration& reg :
-         PagesToRegister(device != nullptr ? flags : nullptr, admin)) {
-        DLGPROC procedure = PageProcedure(reg.page);
-        if (procedure == nullptr)
-            continue;
+    for (PageId id : PagesToRegister(device != nullptr ? flags : nullptr, admin)) {
         PropSheetPageV4 full{};
         PROPSHEETPAGEW& page = full.page;
         page.dwSize = sizeof full;
         page.hInstance = KivModuleHandle();
-        page.pszTemplate = MAKEINTRESOURCEW(reg.dialogId);
-        page.pfnDlgProc = procedure;
+        page.pszTemplate = MAKEINTRESOURCEW(CatalogRow(id).dialogId);
+        page.pfnDlgProc = PageProcedureOf(id);
         page.lParam = reinterpret_cast<LPARAM>(block);
         info->pfnComPropSheet(info->hComPropSheet, CPSFUNC_ADD_PROPSHEETPAGEW,
                               reinterpret_cast<LPARAM>(&page), 0);
-        TheLog().Write(kLogDetail, kFn, "%s", reg.logText);
+        TheLog().Write(kLogDetail, kFn, "%s", NamesOf(id).addedText.c_str());
     }
     block->hComPropSheet = info->hComPropSheet;
     block->pOEMUIPSParam = psp;
@@ -102,10 +86,11 @@ uint32_t* KeptAdminFlag() {
     return g_keptAdminFlag;
 }
 
-HRESULT hrOEMDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam,
-                                    IPrintOemDriverUI* helper, OemUiState* state,
-                                    uint32_t* adminFlag, uint32_t lmAvailable, uint32_t lmBidi,
-                                    uint32_t lmEnable) {
+namespace {
+
+HRESULT DocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam, OemUiState* state,
+                               uint32_t* adminFlag, uint32_t lmAvailable, uint32_t lmBidi,
+                               uint32_t lmEnable) {
     g_keptAdminFlag = adminFlag;
     if (pPSUIInfo == nullptr || pPSUIInfo->Version != PROPSHEETUI_INFO_VERSION) {
         TheLog().Write(kLogError, kFn, "ERROR_INVALID_PARAMETER.");
@@ -150,4 +135,15 @@ HRESULT hrOEMDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam,
             break;
     }
     return S_OK;
+}
+
+}  // namespace
+
+HRESULT hrOEMDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam, IPrintOemDriverUI*,
+                                    OemUiState* state, uint32_t* adminFlag, uint32_t lmAvailable,
+                                    uint32_t lmBidi, uint32_t lmEnable) {
+    return Guarded(kFn, E_FAIL, [&] {
+        return DocumentPropertySheets(pPSUIInfo, lParam, state, adminFlag, lmAvailable, lmBidi,
+                                      lmEnable);
+    });
 }

@@ -44,3 +44,11 @@ void RepairWorkingRecord(const OEMDEV& saved, OEMDEV& work, UiDeviceCommon& devi
     std::string name = printerName;
     device.FillUIDeviceValuesWithOEMDEV(name, work.payload);
 }
+
+void CopyRepairedFrame(const OEMDEV& work, OEMDEV& target) {
+    target.dwSignHead1 = work.dwSignHead1;
+    target.dwSignHead2 = work.dwSignHead2;
+    target.dwVerCurrent = work.dwVerCurrent;
+    target.dwSignTail1 = work.dwSignTail1;
+    target.dwSignTail2 = work.dwSignTail2;
+}

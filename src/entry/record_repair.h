@@ -11,3 +11,7 @@
 // model's defaults. Then loads `work` into `device`.
 void RepairWorkingRecord(const OEMDEV& saved, OEMDEV& work, UiDeviceCommon& device,
                          const std::string& printerName);
+
+// Copies what the repair guarantees of a record's frame (both head guards, the layout version,
+// both tail guards) from the working record into `target`; the header and body stay as they are.
+void CopyRepairedFrame(const OEMDEV& work, OEMDEV& target);

@@ -54,8 +54,8 @@ std::string CutFunctionName(const char* functionName) {
     }
     const std::string name(functionName);
     const size_t scope = name.find("::");
-    // The line layout keeps the original arithmetic: "not found" plus two wraps round to 1, so a
-    // name without a scope loses its first character.
+    // kept-behaviour: Log function cut. "Not found" plus two wraps round to 1, so a name without
+    // a scope loses its first character.
     const size_t start = scope == std::string::npos ? 1 : scope + 2;
     return start < name.size() ? name.substr(start) : std::string();
 }

@@ -24,7 +24,7 @@ enum LogLevel : int {
     kLogError = 2,
     kLogWarning = 3,
     kLogInfo = 4,
-    kLogTrace = 5,  // "Begin"/"End (%d)": accepted and never written
+    kLogTrace = 5,  // kept-behaviour: Trace lines never written
     kLogDetail = 6,
     kLogDump = 7,
 };

@@ -3,23 +3,12 @@
 
 #include <optional>
 
+#include "infra/text_format.h"
+
 namespace {
 
 bool IsCSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
-}
-
-int HexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    if (c >= 'A' && c <= 'F') {
-        return c - 'A' + 10;
-    }
-    return -1;
 }
 
 // The two characters after "\x" read the way a base-16 stol reads them: leading blanks
@@ -37,13 +26,13 @@ std::optional<long> ConvertHexPair(char first, char second) {
         negative = *p == '-';
         ++p;
     }
-    if (p[0] == '0' && (p[1] == 'x' || p[1] == 'X') && HexDigit(p[2]) >= 0) {
+    if (p[0] == '0' && (p[1] == 'x' || p[1] == 'X') && HexDigitValue(p[2]) >= 0) {
         p += 2;
     }
     long value = 0;
     bool anyDigit = false;
-    for (; *p != '\0' && HexDigit(*p) >= 0; ++p) {
-        value = value * 16 + HexDigit(*p);
+    for (; *p != '\0' && HexDigitValue(*p) >= 0; ++p) {
+        value = value * 16 + HexDigitValue(*p);
         anyDigit = true;
     }
     if (!anyDigit) {

@@ -1,9 +1,8 @@
-// The page framework: page identities, state lookup, control helpers, help balloons and pictures.
+// The page framework: control helpers, help balloons and pictures.
 #include "pages/page_framework_win.h"
 
 #include <climits>
 #include <cstring>
-#include <iterator>
 #include <optional>
 #include <vector>
 
@@ -53,35 +52,6 @@ constexpr GpStatus kGdipOutOfMemory = 3;
 constexpr INT kPixelFormat24bppRGB = 0x00021808;
 constexpr INT kInterpolationHighQualityBicubic = 7;
 constexpr DWORD kWhite = 0xFFFFFFFF;
-
-// Slot names double as the names Apply logs when it visits a page.
-const PageIdentity kPageIdentities[] = {
-    {"DevicePropPageDocPrint", "m_hDlgDocPrint", "ReMap hDlgDocPrint", &PageContext::m_hDlgDocPrint,
-     &PageContext::m_bInitDocPrint},
-    {"DevicePropPageDocPrintAdjust", "m_hDlgDocPrintAdjust", "ReMap hDlgDocPrintAdjust",
-     &PageContext::m_hDlgDocPrintAdjust, &PageContext::m_bInitDocPrintAdjust},
-    {"DevicePropPageDocCutMove", "m_hDlgDocCutMove", "ReMap hDlgDocCutMove",
-     &PageContext::m_hDlgDocCutMove, &PageContext::m_bInitDocCutMove},
-    {"DevicePropPageDocAccessories", "m_hDlgDocAccessories", "ReMap hDlgDocAccessories",
-     &PageContext::m_hDlgDocAccessories, &PageContext::m_bInitDocAccessories},
-    {"DevicePropPageDocPeripherals", "m_hDlgDocPeripherals", "ReMap hDlgDocPeripherals",
-     &PageContext::m_hDlgDocPeripherals, &PageContext::m_bInitDocPeripherals},
-    {"DevicePropPageDocPresentation", "m_hDlgDocPresentation", "ReMap hDlgDocPresentation",
-     &PageContext::m_hDlgDocPresentation, &PageContext::m_bInitDocPresentation},
-    {"DevicePropPageDocWatermark", "m_hDlgDocWatermark", "ReMap hDlgDocWatermark",
-     &PageContext::m_hDlgDocWatermark, &PageContext::m_bInitDocWatermark},
-    {"DevicePropPageDocCoupon", "m_hDlgDocCoupon", "ReMap hDlgDocCoupon",
-     &PageContext::m_hDlgDocCoupon, &PageContext::m_bInitDocCoupon},
-    {"DevicePropPageDocLogo", "m_hDlgDocLogo", "ReMap hDlgDocLogo", &PageContext::m_hDlgDocLogo,
-     &PageContext::m_bInitDocLogo},
-    {"DevicePropPageDocConsole", "m_hDlgDocConsole", "ReMap hDlgDocConsole",
-     &PageContext::m_hDlgDocConsole, &PageContext::m_bInitDocConsole},
-    {"DevicePropPageDocAdmin", "m_hDlgDocAdmin", "ReMap hDlgDocAdmin", &PageContext::m_hDlgDocAdmin,
-     &PageContext::m_bInitDocAdmin},
-    {"DevicePropPageDocVersion", "m_hDlgDocVersion", "ReMap hDlgDocVersion",
-     &PageContext::m_hDlgDocVersion, &PageContext::m_bInitDocVersion},
-};
-static_assert(std::size(kPageIdentities) == static_cast<size_t>(PageId::kVersion) + 1);
 
 // GDI+ is started for one image and shut down again, so no GDI+ state outlives a call.
 class GdiplusSession {
@@ -165,58 +135,6 @@ IStream* StreamOverResource(HMODULE module, int resourceId, const wchar_t* typeN
 }
 
 }  // namespace
-
-const PageIdentity& PageIdentityOf(PageId page) {
-    return kPageIdentities[static_cast<size_t>(page)];
-}
-
-bool LookUpPageContext(HWND hDlg, PageId page, PageContext** context) {
-    const PageIdentity& identity = PageIdentityOf(page);
-    PageContext* found = hDlg != nullptr
-                             ? reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER))
-                             : nullptr;
-    if (found != nullptr && hDlg != nullptr) {
-        HWND& slot = found->*identity.slot;
-        if (slot == nullptr) {
-            slot = hDlg;
-        } else if (slot != hDlg) {
-            slot = hDlg;
-            TheLog().Write(kLogInfo, identity.logName, "%s", identity.remapText);
-        }
-    }
-    *context = found;
-    if (hDlg == nullptr) {
-        TheLog().Write(kLogInfo, identity.logName, "hDlg NULL");
-        return false;
-    }
-    return true;
-}
-
-PageContext* AttachPageContext(HWND hDlg, LPARAM lParam) {
-    const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam);
-    PageContext* context = page != nullptr ? reinterpret_cast<PageContext*>(page->lParam) : nullptr;
-    SetWindowLongPtrW(hDlg, DWLP_USER, reinterpret_cast<LONG_PTR>(context));
-    if (HWND sheet = GetParent(hDlg)) {
-        SetWindowLongPtrW(sheet, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(context));
-    }
-    return context;
-}
-
-bool TakeFirstFill(PageContext* context, PageId page) {
-    if (context == nullptr) {
-        return false;
-    }
-    uint8_t& initialised = context->*PageIdentityOf(page).initialised;
-    if (initialised != 0) {
-        return false;
-    }
-    initialised = 1;
-    return true;
-}
-
-void NotifyPageChanged(HWND hDlg) {
-    SendMessageW(GetParent(hDlg), PSM_CHANGED, reinterpret_cast<WPARAM>(hDlg), 0);
-}
 
 int SetControlState(HWND hDlg, int controlId, int mode) {
     HWND control = GetDlgItem(hDlg, controlId);
@@ -408,12 +326,10 @@ void SetPicture(HWND hDlg, int pictureId, int pngId) {
     }
 }
 
-void ReleasePictures(HWND hDlg, const int* pictureIds, size_t count) {
-    for (size_t i = 0; i < count; ++i) {
-        HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
-            SendDlgItemMessageW(hDlg, pictureIds[i], STM_SETIMAGE, IMAGE_BITMAP, 0));
-        if (previous != nullptr) {
-            DeleteObject(previous);
-        }
+void ReleasePicture(HWND hDlg, int pictureId) {
+    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
+        SendDlgItemMessageW(hDlg, pictureId, STM_SETIMAGE, IMAGE_BITMAP, 0));
+    if (previous != nullptr) {
+        DeleteObject(previous);
     }
 }

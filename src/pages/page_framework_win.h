@@ -1,38 +1,17 @@
-// The page framework: page identities, state lookup, control helpers, help balloons and pictures.
+// The page framework: what a page brings (its definition), control helpers, help balloons,
+// pictures.
 #pragma once
 
 #include <string>
+#include <optional>
+#include <span>
 #include <string_view>
 
 #include "pages/label_tables.h"
+#include "pages/page_view.h"
 #include "session/page_context_win.h"
-#include "pages/page_id.h"
-#include "pages/page_rules.h"
 #include "win/text_win.h"
 #include "win/windows_headers_win.h"
-
-struct PageIdentity {
-    const char* logName;    // the function name of the page's log lines
-    const char* slotName;   // the name Apply logs when it visits the page
-    const char* remapText;  // logged when the page's window changes
-    HWND PageContext::*slot;
-    uint8_t PageContext::*initialised;
-};
-const PageIdentity& PageIdentityOf(PageId page);
-
-// Runs first for every message: finds the page's context in DWLP_USER and keeps the page's
-// slot pointing at its current window. False (and "hDlg NULL" logged) when there is no window;
-// the message is then not handled.
-bool LookUpPageContext(HWND hDlg, PageId page, PageContext** context);
-
-// WM_INITDIALOG: keeps the context of the PROPSHEETPAGEW in the page (DWLP_USER) and on the
-// sheet (GWLP_USERDATA, where the document callback finds it). Returns it, or null.
-PageContext* AttachPageContext(HWND hDlg, LPARAM lParam);
-// True exactly once per page and sheet: the caller fills the controls then.
-bool TakeFirstFill(PageContext* context, PageId page);
-
-// Enables the sheet's Apply button.
-void NotifyPageChanged(HWND hDlg);
 
 // Mode 0 shows, 1 hides, 2 enables, 3 disables; 0 when the control does not exist.
 inline constexpr int kControlShow = 0;
@@ -70,9 +49,46 @@ HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeNa
 HBITMAP LoadPreviewBitmap(const std::string& path, int boxWidth, int boxHeight);
 // Shows PNG resource `pngId` of the dialog's own module in a picture control.
 void SetPicture(HWND hDlg, int pictureId, int pngId);
-// Frees the bitmaps the page's picture controls hold (on WM_DESTROY).
-void ReleasePictures(HWND hDlg, const int* pictureIds, size_t count);
+// Frees the bitmap a picture control holds (when the page is destroyed).
+void ReleasePicture(HWND hDlg, int pictureId);
 
-// Page procedures.
-INT_PTR CALLBACK DevicePropPageDocPrint(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam);
-INT_PTR CALLBACK DevicePropPageDocPrintAdjust(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam);
+class UiDeviceCommon;
+
+// What a page brings to the one page procedure: its pictures, help icons and trackbars, its fill
+// from a core view, its dependent rules, and the check and read of its controls on Apply.
+struct PictureRow {
+    int control;
+    int png;
+};
+struct HelpRow {
+    int icon;  // shows PNG 122; a hover tooltip at fill, a balloon on click
+    const wchar_t* text;
+};
+struct TrackbarRow {
+    int trackbar;
+    int label;  // rewritten with TrackbarLabel when the user moves the trackbar
+};
+struct PageDefinition {
+    std::span<const PictureRow> pictures;
+    std::span<const HelpRow> helps;
+    std::span<const TrackbarRow> trackbars;
+    // The one-time fill; nothing it sets counts as the user's change.
+    void (*fill)(HWND hDlg, UiDeviceCommon& device);
+    // A selection, click or edit on one of the page's controls: the dependent controls follow.
+    // False when the control is an action, not a setting (the sheet's Apply stays as it is).
+    // May be null.
+    bool (*onCommand)(HWND hDlg, int controlId, int code);
+    // Apply: the first failure of the page's controls, then their values into the device.
+    // Either may be null for a page that checks or keeps nothing.
+    std::optional<ValidationFailure> (*validate)(HWND hDlg);
+    void (*store)(HWND hDlg, UiDeviceCommon& device);
+};
+
+// Each built page's _win file defines the specialisation for its id; a catalog row marked built
+// without one fails to link.
+template <PageId kPage>
+const PageDefinition& DefinitionOf();
+
+// The definition and the dialog procedure of a built page; null for a page not built yet.
+const PageDefinition* FindPageDefinition(PageId page);
+DLGPROC PageProcedureOf(PageId page);

@@ -5,6 +5,8 @@
 #include <string>
 
 #include "infra/log.h"
+#include "pages/page_framework_win.h"
+#include "settings/ui_device_common.h"
 
 namespace {
 
@@ -12,21 +14,9 @@ constexpr const char* kValidateName = "ValidateDeviceInfoFromUI";
 constexpr const char* kUpdateName = "UpdateDeviceInfoFromUI";
 constexpr const char* kSaveName = "SaveSettingsPublicDM";
 
-// One row per page that Apply visits, in the order the user is told about failures. A page
-// without a check or without values of its own leaves that entry null.
-struct PageSaveRow {
-    PageId page;
-    bool (*validate)(HWND hDlg, PageContext& context, OemUiState& state);
-    void (*update)(HWND hDlg, PageContext& context, UiDeviceCommon& device);
-};
-
-constexpr PageSaveRow kPageSaveRows[] = {
-    {PageId::kPrint, ValidatePrintPage, UpdatePrintPage},
-    {PageId::kPrintAdjust, ValidatePrintAdjustPage, UpdatePrintAdjustPage},
-};
-
+// The page's window when the user opened it during this sheet, else null.
 HWND VisitedPage(const PageContext& context, PageId page) {
-    return context.*PageIdentityOf(page).slot;
+    return context.pageWindow[static_cast<size_t>(page)];
 }
 
 }  // namespace
@@ -34,7 +24,7 @@ HWND VisitedPage(const PageContext& context, PageId page) {
 void ReportValidationFailure(HWND hDlg, const ValidationFailure& failure) {
     TheLog().Write(kLogError, kValidateName, "%s", failure.logLine.c_str());
     std::wstring message = WidenAnsi(failure.message);
-    std::wstring title = WidenAnsi(PanelTitle(failure.pageName));
+    std::wstring title = WidenAnsi(PanelTitle(failure.page));
     MessageBoxW(hDlg, message.c_str(), title.c_str(), MB_OK | MB_ICONERROR);
 }
 
@@ -43,13 +33,18 @@ BOOL ValidateDeviceInfoFromUI(PageContext* context, OemUiState* state) {
     if (context == nullptr || state == nullptr) {
         return trace.Return(TRUE);
     }
-    for (const PageSaveRow& row : kPageSaveRows) {
-        HWND hDlg = VisitedPage(*context, row.page);
-        if (hDlg == nullptr) {
+    for (PageId page : PagesInCheckOrder()) {
+        HWND hDlg = VisitedPage(*context, page);
+        const PageDefinition* definition = FindPageDefinition(page);
+        if (hDlg == nullptr || definition == nullptr) {
             continue;
         }
-        TheLog().Write(kLogDetail, kValidateName, "%s", PageIdentityOf(row.page).slotName);
-        if (row.validate != nullptr && !row.validate(hDlg, *context, *state)) {
+        TheLog().Write(kLogDetail, kValidateName, "%s", NamesOf(page).slotName.c_str());
+        if (definition->validate == nullptr) {
+            continue;
+        }
+        if (std::optional<ValidationFailure> failure = definition->validate(hDlg)) {
+            ReportValidationFailure(hDlg, *failure);
             return trace.Return(FALSE);
         }
     }
@@ -61,14 +56,15 @@ void UpdateDeviceInfoFromUI(PageContext* context, OemUiState* state) {
     if (context == nullptr || state == nullptr || state->device == nullptr) {
         return;
     }
-    for (const PageSaveRow& row : kPageSaveRows) {
+    for (const PageCatalogRow& row : kPageCatalog) {
         HWND hDlg = VisitedPage(*context, row.page);
-        if (hDlg == nullptr) {
+        const PageDefinition* definition = FindPageDefinition(row.page);
+        if (!row.readOnApply || hDlg == nullptr || definition == nullptr) {
             continue;
         }
-        TheLog().Write(kLogDetail, kUpdateName, "%s", PageIdentityOf(row.page).slotName);
-        if (row.update != nullptr) {
-            row.update(hDlg, *context, *state->device);
+        TheLog().Write(kLogDetail, kUpdateName, "%s", NamesOf(row.page).slotName.c_str());
+        if (definition->store != nullptr) {
+            definition->store(hDlg, *state->device);
         }
     }
 }

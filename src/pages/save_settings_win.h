@@ -1,10 +1,9 @@
 // Apply: validating the visited pages, reading them back and saving the record for the framework.
 #pragma once
 
+#include "pages/page_view.h"
 #include "session/page_context_win.h"
-#include "pages/page_framework_win.h"
-#include "pages/page_rules.h"
-#include "settings/ui_device_common.h"
+#include "settings/oemdev.h"
 
 // 1 when every visited page holds acceptable values (or there is nothing to check); 0 at the
 // first failure, which the user has then been shown.
@@ -19,9 +18,3 @@ LONG SaveSettingsPublicDM(PageContext* context, OemUiState* state, OemDevPayload
 
 // The message box and the log line of a failed check, owned by the page's dialog.
 void ReportValidationFailure(HWND hDlg, const ValidationFailure& failure);
-
-// Per-page parts of Apply; each page file provides its pair.
-bool ValidatePrintPage(HWND hDlg, PageContext& context, OemUiState& state);
-void UpdatePrintPage(HWND hDlg, PageContext& context, UiDeviceCommon& device);
-bool ValidatePrintAdjustPage(HWND hDlg, PageContext& context, OemUiState& state);
-void UpdatePrintAdjustPage(HWND hDlg, PageContext& context, UiDeviceCommon& device);

@@ -1,13 +1,13 @@
 // PageContext: the one block that every page of a document property sheet shares.
 #pragma once
 
-// Platform header: included by _win files only.
 #include <cstddef>
 #include <cstdint>
 
+#include "pages/page_catalog.h"
 #include "session/oem_ui_state.h"
-#include "win/windows_headers_win.h"
 #include "win/oem_framework_win.h"
+#include "win/windows_headers_win.h"
 
 // The page registration allocates this block on the framework's heap, zero-filled and 200
 // bytes long, and hands it to every page as the lParam of its PROPSHEETPAGEW. The head is
@@ -21,37 +21,18 @@ struct PageContext {
     uint32_t lmBidi;
     uint32_t lmEnable;
 
-    // Each page's current window, null until the page has been shown. Apply reads a page's
-    // controls only when its slot is set.
-    HWND m_hDlgDocPrint;
-    HWND m_hDlgDocPrintAdjust;
-    HWND m_hDlgDocCutMove;
-    HWND m_hDlgDocAccessories;
-    HWND m_hDlgDocPeripherals;
-    HWND m_hDlgDocPresentation;
-    HWND m_hDlgDocWatermark;
-    HWND m_hDlgDocCoupon;
-    HWND m_hDlgDocLogo;
-    HWND m_hDlgDocConsole;
-    HWND m_hDlgDocAdmin;
-    HWND m_hDlgDocVersion;
-
+    // Each page's current window (the slot the catalog names m_hDlg<stem>), null until the page
+    // has been shown. Apply reads a page's controls only when its slot is set.
+    HWND pageWindow[kPageCount];
     // 1 once the page has filled its controls; the controls are the working copy from then on.
-    uint8_t m_bInitDocPrint;
-    uint8_t m_bInitDocPrintAdjust;
-    uint8_t m_bInitDocCutMove;
-    uint8_t m_bInitDocAccessories;
-    uint8_t m_bInitDocPeripherals;
-    uint8_t m_bInitDocPresentation;
-    uint8_t m_bInitDocWatermark;
-    uint8_t m_bInitDocCoupon;
-    uint8_t m_bInitDocLogo;
-    uint8_t m_bInitDocConsole;
-    uint8_t m_bInitDocAdmin;
-    uint8_t m_bInitDocVersion;
+    uint8_t pageFilled[kPageCount];
 
     uint8_t m_bAdminMode;       // the sheet was opened in administrator mode
     uint8_t m_bResetRequested;  // Console's Reset Default: the next apply reloads the defaults
+    uint8_t filling;            // a page is filling its controls: their notifications are not
+                                // the user's changes
+
+    HWND& Slot(PageId page) { return pageWindow[static_cast<size_t>(page)]; }
 };
 
 inline constexpr size_t kPageContextBlockSize = 200;

@@ -19,6 +19,19 @@ constexpr char kStars[] = "***************************************************";
 constexpr uint8_t kLfBeforeCutLimit = 16;
 constexpr uint8_t kCouponScale = 16;
 constexpr int kBrightnessMirror = 200;
+// The 1-bit starting values, which every record's fixed defaults carry as well.
+constexpr uint8_t kConvThreshold = 128;
+constexpr uint8_t kConvFilterUp = 255;
+constexpr uint8_t kConvFilterDown = 0;
+
+std::string OffsetText(int x, int y) {
+    return "X:" + std::to_string(x) + " Y:" + std::to_string(y);
+}
+
+std::string ConversionText(int threshold, int filterUp, int filterDown) {
+    return std::to_string(threshold) + "/" + std::to_string(filterUp) + "/" +
+           std::to_string(filterDown);
+}
 
 // The section dump of one transfer: every line at the detail level under one function name.
 class TransferLog {
@@ -37,6 +50,10 @@ class TransferLog {
     void Text(const char* text) { Line("%s", text); }
     void Named(const char* prefix, const std::string& name) {
         Line("%s<%s>", prefix, name.c_str());
+    }
+    // A loaded value that the model does not offer, and what it became.
+    void Mapped(const char* prefix, const std::string& stored, const std::string& forced) {
+        Line("%s<%s> not offered, forced to <%s>", prefix, stored.c_str(), forced.c_str());
     }
     void Bytes(const uint8_t* data, size_t size) {
         if (TheLog().Enabled(kLogDump)) {
@@ -66,27 +83,74 @@ std::string LoadText(const char (&field)[N]) {
 template <bool kSave>
 using Record8 = std::conditional_t<kSave, uint8_t, const uint8_t>;
 
+// What the model offers for one setting, as loading checks a stored value against it. The
+// not-set value and the value of the model's own export always pass: some models export a
+// not-set value that their list lacks, and the records they saved must load unchanged.
+template <typename T>
+struct Offer {
+    const std::vector<T>& values;  // the page's entries
+    T notSet;
+    T exported;
+    T start;  // what a value the model does not offer becomes
+    bool Has(T value) const {
+        return value == notSet || value == exported ||
+               std::find(values.begin(), values.end(), value) != values.end();
+    }
+};
+
+// Loading: the stored value when the model offers it, else its starting value; the value line
+// then says what was stored and what it became.
+template <typename T>
+T LoadOffered(TransferLog& log, const char* prefix, std::string (*name)(T), T stored,
+              const Offer<T>& offer) {
+    if (offer.Has(stored)) {
+        log.Named(prefix, name(stored));
+        return stored;
+    }
+    log.Mapped(prefix, name(stored), name(offer.start));
+    return offer.start;
+}
+
+// A one-byte setting with an offered list, moved in the direction of the transfer.
+template <bool kSave>
+void MoveOffered(TransferLog& log, Record8<kSave>& record, uint8_t& object, const char* prefix,
+                 std::string (*name)(uint8_t), const Offer<uint8_t>& offer) {
+    if constexpr (kSave) {
+        record = object;
+        log.Named(prefix, name(record));
+    } else {
+        object = LoadOffered(log, prefix, name, record, offer);
+    }
+}
+
 // A one-byte setting that is carried only when its Sup byte is set; otherwise the side being
 // written gets the "not set by driver" value.
 template <bool kSave>
 void GatedByte(TransferLog& log, uint8_t sup, Record8<kSave>& record, uint8_t& object,
-               uint8_t notSet, const char* prefix, std::string (*name)(uint8_t),
+               const Offer<uint8_t>& offer, const char* prefix, std::string (*name)(uint8_t),
                const char* forcedLine) {
     if (sup != 0) {
-        if constexpr (kSave) {
-            record = object;
-        } else {
-            object = record;
-        }
-        log.Named(prefix, name(record));
+        MoveOffered<kSave>(log, record, object, prefix, name, offer);
     } else {
         if constexpr (kSave) {
-            record = notSet;
+            record = offer.notSet;
         } else {
-            object = notSet;
+            object = offer.notSet;
         }
         log.Text(forcedLine);
     }
+}
+
+// The 1-bit values as the Print page can show and accept them: a threshold on its 1..254
+// trackbar, the low filter at or below it, the high filter at or above it, the two apart.
+bool ConversionIsUsable(uint8_t threshold, uint8_t filterUp, uint8_t filterDown) {
+    return threshold >= 1 && threshold <= 254 && filterDown <= threshold && threshold <= filterUp &&
+           filterDown < filterUp;
+}
+
+// The Print adjust page accepts offsets from -1000 to 1000.
+int16_t OffsetOrZero(int16_t offset) {
+    return offset >= -1000 && offset <= 1000 ? offset : 0;
 }
 
 // One free command buffer. The stored length may claim more than the 512-byte field holds, so
@@ -151,9 +215,9 @@ void UiDeviceCommon::WriteFixedDefaults(OemDevPayload& p) const {
     p.watermarkBrightness = 100;
     std::memset(p.logos, 0, sizeof(p.logos));
     p.convMode = CMODE_AUTO;
-    p.convThreshold = 128;
-    p.convFilterUp = 255;
-    p.convFilterDown = 0;
+    p.convThreshold = kConvThreshold;
+    p.convFilterUp = kConvFilterUp;
+    p.convFilterDown = kConvFilterDown;
     p.offsetX = 0;
     p.offsetY = 0;
     p.reductionEnable = 0;
@@ -186,6 +250,11 @@ template <bool kSave>
 void UiDeviceCommon::TransferSettings(
     std::conditional_t<kSave, OemDevPayload, const OemDevPayload>& p) {
     TransferLog log(kSave ? kSaveFunction : kLoadFunction);
+    OemDevPayload e{};  // what the model's export writes, which loading always accepts
+    if constexpr (!kSave) {
+        ExportCapabilities(e);
+    }
+    const StartingValues& s = starts_;
     log.Text(kStars);
     log.Text(kSave ? "Saving UI Settings for UNI:" : "UI Settings From OEMDEV:");
     log.Text(kStars);
@@ -198,11 +267,12 @@ void UiDeviceCommon::TransferSettings(
             KIV_MOVE(p.cashDrawerPins, cashDrawerPins_);
             KIV_MOVE(p.cashDrawerTimeOn, cashDrawerTimeOn_);
             KIV_MOVE(p.cashDrawerTimeOff, cashDrawerTimeOff_);
-            KIV_MOVE(p.cashDrawerPhase, cashDrawerPhase_);
             log.Named(" Pins Value ", CdPinsName(p.cashDrawerPins));
             log.Line(" Time ON Value %dms", p.cashDrawerTimeOn);
             log.Line(" Time OFF Value %dms", p.cashDrawerTimeOff);
-            log.Named(" Phase Value ", CdPhaseName(p.cashDrawerPhase));
+            MoveOffered<kSave>(
+                log, p.cashDrawerPhase, cashDrawerPhase_, " Phase Value ", CdPhaseName,
+                {cashDrawerPhaseList_, PRN_PROP_CDPHASE_NO, e.cashDrawerPhase, s.cashDrawerPhase});
         }
     } else if constexpr (kSave) {
         p.cashDrawerPhase = PRN_PROP_CDPHASE_NO;
@@ -218,25 +288,30 @@ void UiDeviceCommon::TransferSettings(
 
     log.Text("++++++ Buzzer ++++++");
     // The buzzer's value line says "Phase"; the label is the program's own.
-    GatedByte<kSave>(log, p.supBuzzer, p.buzzer, buzzer_, PRN_PROP_BUZZER_NO, " Phase Value ",
+    GatedByte<kSave>(log, p.supBuzzer, p.buzzer, buzzer_,
+                     {buzzerList_, PRN_PROP_BUZZER_NO, e.buzzer, s.buzzer}, " Phase Value ",
                      BuzzerName, " forced to PRN_PROP_BUZZER_NO because isn't supported");
 
     log.Text("++++++ Density ++++++");
-    GatedByte<kSave>(log, p.supDensity, p.density, density_, PRN_PROP_DENS_NOTSETBYDRIVER,
-                     " Value  ", DensityName,
+    GatedByte<kSave>(log, p.supDensity, p.density, density_,
+                     {densityList_, PRN_PROP_DENS_NOTSETBYDRIVER, e.density, s.density}, " Value  ",
+                     DensityName,
                      " forced to PRN_PROP_DENS_NOTSETBYDRIVER because isn't supported");
 
     log.Text("++++++ Quality ++++++");
-    GatedByte<kSave>(log, p.supQuality, p.quality, quality_, PRN_PROP_QUAL_NOTSETBYDRIVER,
-                     " Value ", QualityName,
+    GatedByte<kSave>(log, p.supQuality, p.quality, quality_,
+                     {qualityList_, PRN_PROP_QUAL_NOTSETBYDRIVER, e.quality, s.quality}, " Value ",
+                     QualityName,
                      " forced to PRN_PROP_QUAL_NOTSETBYDRIVER because isn't supported");
 
     log.Text("++++++ Cut Mode ++++++");
-    GatedByte<kSave>(log, p.supCutter, p.cutMode, cutMode_, PRN_PROP_CUTTER_NOTSETBYDRIVER,
+    GatedByte<kSave>(log, p.supCutter, p.cutMode, cutMode_,
+                     {cutModeList_, PRN_PROP_CUTTER_NOTSETBYDRIVER, e.cutMode, s.cutMode},
                      " Value ", CutModeName,
                      " forced to PRN_PROP_CUTTER_NOTSETBYDRIVER because isn't supported");
     GatedByte<kSave>(
-        log, p.supRecovery, p.recovery, recovery_, PRN_PROP_RECOVERY_NOTSETBYDRIVER,
+        log, p.supRecovery, p.recovery, recovery_,
+        {recoveryList_, PRN_PROP_RECOVERY_NOTSETBYDRIVER, e.recovery, s.recovery},
         " Recovery Value ", RecoveryName,
         " Recovery forced to PRN_PROP_RECOVERY_NOTSETBYDRIVER because isn't supported");
 
@@ -261,13 +336,21 @@ void UiDeviceCommon::TransferSettings(
 
     log.Text("++++++ Continuous Mode ++++++");
     GatedByte<kSave>(log, p.supContinuousMode, p.continuousMode, continuousMode_,
-                     PRN_PROP_CONTINUOUSMODE_NOTSETBYDRIVER, " Value ", ContinuousModeName,
+                     {continuousModeList_, PRN_PROP_CONTINUOUSMODE_NOTSETBYDRIVER, e.continuousMode,
+                      s.continuousMode},
+                     " Value ", ContinuousModeName,
                      " forced to PRN_PROP_CONTINUOUSMODE_NOTSETBYDRIVER because isn't supported");
 
     log.Text("++++++ Feeder ++++++");
     if (p.supFeeder != 0) {
-        KIV_MOVE(p.feeder, feeder_);
-        log.Named(" Value ", FeederName(p.feeder));
+        if constexpr (kSave) {
+            p.feeder = feeder_;
+            log.Named(" Value ", FeederName(p.feeder));
+        } else {
+            feeder_ = LoadOffered<uint16_t>(
+                log, " Value ", FeederName, p.feeder,
+                {feederList_, PRN_PROP_FEEDER_NOTSETBYDRIVER, e.feeder, s.feeder});
+        }
     } else {
         if constexpr (kSave) {
             p.feeder = PRN_PROP_FEEDER_NOTSETBYDRIVER;
@@ -278,16 +361,18 @@ void UiDeviceCommon::TransferSettings(
     }
 
     log.Text("++++++ Selector ++++++");
-    GatedByte<kSave>(log, p.supSelector, p.selector, selector_, PRN_PROP_SELECTOR_NOTSETBYDRIVER,
+    GatedByte<kSave>(log, p.supSelector, p.selector, selector_,
+                     {selectorList_, PRN_PROP_SELECTOR_NOTSETBYDRIVER, e.selector, s.selector},
                      " Value ", SelectorName,
                      " forced to PRN_PROP_SELECTOR_NOTSETBYDRIVER because isn't supported");
 
     log.Text("++++++ Presentation ++++++");
     if (p.supPresentation != 0) {
-        KIV_MOVE(p.presentationMode, presentationMode_);
+        MoveOffered<kSave>(log, p.presentationMode, presentationMode_, " Value ", PresentationName,
+                           {presentationList_, PRN_PROP_PRESENT_NOTSETBYDRIVER, e.presentationMode,
+                            s.presentationMode});
         KIV_MOVE(p.presentationValue, presentationValue_);
         KIV_MOVE(p.presentationTimeout, presentationTimeout_);
-        log.Named(" Value ", PresentationName(p.presentationMode));
         log.Line(" Value %d", p.presentationValue);
         log.Line(" TO Value %dms", p.presentationTimeout);
     } else {
@@ -300,11 +385,13 @@ void UiDeviceCommon::TransferSettings(
         }
         log.Text(" forced to PRN_PROP_PRESENT_NOTSETBYDRIVER because isn't supported");
     }
-    GatedByte<kSave>(log, p.supHeadLed, p.headLed, headLed_, PRN_HLED_OFF, " HLed Value ",
+    GatedByte<kSave>(log, p.supHeadLed, p.headLed, headLed_,
+                     {headLedList_, PRN_HLED_OFF, e.headLed, s.headLed}, " HLed Value ",
                      HeadLedName, " HLed Value forced to PRN_HLED_OFF because isn't supported");
 
     log.Text("++++++ Blackmark ++++++");
-    GatedByte<kSave>(log, p.supBlackMark, p.blackMark, blackMark_, PRN_PROP_BMARK_NOTSETBYDRIVER,
+    GatedByte<kSave>(log, p.supBlackMark, p.blackMark, blackMark_,
+                     {blackMarkList_, PRN_PROP_BMARK_NOTSETBYDRIVER, e.blackMark, s.blackMark},
                      " Value ", BlackMarkName,
                      " forced to PRN_PROP_BMARK_NOTSETBYDRIVER because isn't supported");
 
@@ -313,10 +400,13 @@ void UiDeviceCommon::TransferSettings(
         KIV_MOVE(p.page2PageEnable, page2PageEnable_);
         log.Line(" Page2Page Enable <%d>", p.page2PageEnable);
         if (p.page2PageEnable != 0) {
-            KIV_MOVE(p.page2PageAction, page2PageAction_);
+            // The action has no not-set value: its starting value stands in for one.
+            MoveOffered<kSave>(
+                log, p.page2PageAction, page2PageAction_, " Page2Page After TO ",
+                Page2PageActionName,
+                {page2PageActionList_, s.page2PageAction, e.page2PageAction, s.page2PageAction});
             KIV_MOVE(p.page2PageTimeout, page2PageTimeout_);
             KIV_MOVE(p.page2PageExtra, page2PageExtra_);
-            log.Named(" Page2Page After TO ", Page2PageActionName(p.page2PageAction));
             log.Line(" TO %d sec (0x%04X)", p.page2PageTimeout, p.page2PageTimeout);
             log.Named(" Page2Page After TO Extra ", Page2PageAfterToName(page2PageExtra_));
         }
@@ -406,7 +496,14 @@ void UiDeviceCommon::TransferSettings(
     log.Text("++++++ Offset ++++++");
     KIV_MOVE(p.offsetX, offsetX_);
     KIV_MOVE(p.offsetY, offsetY_);
-    log.Line(" Offset X:%d Y:%d", offsetX_, offsetY_);
+    if (!kSave && (OffsetOrZero(offsetX_) != offsetX_ || OffsetOrZero(offsetY_) != offsetY_)) {
+        const std::string stored = OffsetText(offsetX_, offsetY_);
+        offsetX_ = OffsetOrZero(offsetX_);
+        offsetY_ = OffsetOrZero(offsetY_);
+        log.Mapped(" Offset ", stored, OffsetText(offsetX_, offsetY_));
+    } else {
+        log.Line(" Offset X:%d Y:%d", offsetX_, offsetY_);
+    }
 
     log.Text("++++++ Paper Reduction ++++++");
     KIV_MOVE(p.reductionEnable, reductionEnable_);
@@ -422,14 +519,25 @@ void UiDeviceCommon::TransferSettings(
     }
 
     log.Text("++++++ Convertion image to 1Bit ++++++");
-    KIV_MOVE(p.convMode, convMode_);
+    static const std::vector<uint8_t> kConversionModes = {CMODE_AUTO, CMODE_NONE_THRESHOLD,
+                                                          CMODE_ERRDIFF_FLOYD_STEINBERG};
+    MoveOffered<kSave>(log, p.convMode, convMode_, " Mode ", ConversionModeName,
+                       {kConversionModes, CMODE_AUTO, CMODE_AUTO, CMODE_AUTO});
     KIV_MOVE(p.convThreshold, convThreshold_);
     KIV_MOVE(p.convFilterUp, convFilterUp_);
     KIV_MOVE(p.convFilterDown, convFilterDown_);
-    log.Named(" Mode ", ConversionModeName(p.convMode));
-    log.Line(" Threshold %d", p.convThreshold);
-    log.Line(" Filter UP %d", p.convFilterUp);
-    log.Line(" Filter DOWN %d", p.convFilterDown);
+    if (!kSave && !ConversionIsUsable(convThreshold_, convFilterUp_, convFilterDown_)) {
+        log.Mapped(" Threshold/Filter UP/Filter DOWN ",
+                   ConversionText(convThreshold_, convFilterUp_, convFilterDown_),
+                   ConversionText(kConvThreshold, kConvFilterUp, kConvFilterDown));
+        convThreshold_ = kConvThreshold;
+        convFilterUp_ = kConvFilterUp;
+        convFilterDown_ = kConvFilterDown;
+    } else {
+        log.Line(" Threshold %d", convThreshold_);
+        log.Line(" Filter UP %d", convFilterUp_);
+        log.Line(" Filter DOWN %d", convFilterDown_);
+    }
 
     const uint16_t startLength = MoveFreeBuffer<kSave>(
         log, "++++++ Free Buffers Start Job ++++++", p.startJobBufferMode, p.startJobBuffer,

@@ -1,7 +1,7 @@
 // UiDeviceCommon: identity, capability flags, list lookups and the generic device's operations.
 #include "settings/ui_device_common.h"
 
-#include <algorithm>
+#include <iterator>
 #include <utility>
 
 UiDeviceCommon::UiDeviceCommon(std::string modelName, std::string second, std::string third,
@@ -9,7 +9,9 @@ UiDeviceCommon::UiDeviceCommon(std::string modelName, std::string second, std::s
     : modelName_(std::move(modelName)),
       secondaryName_(std::move(second)),
       thirdName_(std::move(third)),
-      fourthName_(std::move(fourth)) {}
+      fourthName_(std::move(fourth)) {
+    KeepStartingValues();
+}
 
 UiDeviceCommon::~UiDeviceCommon() = default;
 
@@ -42,38 +44,17 @@ void UiDeviceCommon::TakeCapabilityFlagsFromExport() {
                         scratch.supHeadLed,    scratch.supPage2Page};
 }
 
+void UiDeviceCommon::KeepStartingValues() {
+    starts_ = {cashDrawerPhase_, buzzer_,          density_,  quality_,          cutMode_,
+               recovery_,        continuousMode_,  selector_, presentationMode_, headLed_,
+               blackMark_,       page2PageAction_, feeder_};
+}
+
 namespace {
-
-template <typename T>
-size_t IndexOf(const std::vector<T>& list, T value) {
-    auto it = std::find(list.begin(), list.end(), value);
-    return it == list.end() ? 0 : static_cast<size_t>(it - list.begin());
-}
-
-template <typename T>
-T ValueAt(const std::vector<T>& list, size_t index) {
-    return index < list.size() ? list[index] : T{0};
-}
 
 constexpr int kPercentSteps[] = {12, 25, 37, 50, 62, 75, 87, 100};
 
 }  // namespace
-
-size_t UiDeviceCommon::ListIndexOf(const std::vector<uint8_t>& list, uint8_t value) {
-    return IndexOf(list, value);
-}
-
-uint8_t UiDeviceCommon::ListValueAt(const std::vector<uint8_t>& list, size_t index) {
-    return ValueAt(list, index);
-}
-
-size_t UiDeviceCommon::FeederListIndexOf(const std::vector<uint16_t>& list, uint16_t value) {
-    return IndexOf(list, value);
-}
-
-uint16_t UiDeviceCommon::FeederListValueAt(const std::vector<uint16_t>& list, size_t index) {
-    return ValueAt(list, index);
-}
 
 int UiDeviceCommon::PercentFromPosition(int position) {
     if (position < 0 || position >= static_cast<int>(std::size(kPercentSteps))) {
@@ -89,10 +70,6 @@ int UiDeviceCommon::PositionFromPercent(int percent) {
         }
     }
     return 0;
-}
-
-int UiDeviceCommon::BelowThreeOrZero(int value) {
-    return value < 3 ? value : 0;
 }
 
 const LogoSettings& UiDeviceCommon::GetLogo(size_t index) const {

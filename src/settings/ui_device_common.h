@@ -72,17 +72,9 @@ class UiDeviceCommon {
     // 0..10; 0 when out of range.
     uint8_t GetCapabilityFlag(size_t index) const;
 
-    // Lookups between stored values and drop-down positions: the position of the first equal
-    // entry, or 0 when absent or the list is empty; the entry at a position, or 0 past the end.
-    static size_t ListIndexOf(const std::vector<uint8_t>& list, uint8_t value);
-    static uint8_t ListValueAt(const std::vector<uint8_t>& list, size_t index);
-    static size_t FeederListIndexOf(const std::vector<uint16_t>& list, uint16_t value);
-    static uint16_t FeederListValueAt(const std::vector<uint16_t>& list, size_t index);
     // Paper-reduction steps: position 0..7 <-> 12, 25, 37, 50, 62, 75, 87, 100 percent.
     static int PercentFromPosition(int position);
     static int PositionFromPercent(int percent);
-    // The argument when below 3, else 0.
-    static int BelowThreeOrZero(int value);
 
     // Cash drawer.
     uint8_t GetCashDrawerEnable() const { return cashDrawerEnable_; }
@@ -252,6 +244,10 @@ class UiDeviceCommon {
     void SetCapabilityFlag(size_t index, uint8_t value);
     // Sets the flag row from the Sup bytes of this object's own capability export.
     void TakeCapabilityFlagsFromExport();
+    // Remembers the current values of the settings with offered lists as the ones that a loaded
+    // value the model does not offer becomes; a model's constructor calls it once its lists and
+    // starting values are set.
+    void KeepStartingValues();
 
   private:
     // The record's defaults that do not depend on the model, and the identity strings.
@@ -259,6 +255,13 @@ class UiDeviceCommon {
     // Both transfers walk the same sections in the same order; kSave picks the direction.
     template <bool kSave>
     void TransferSettings(std::conditional_t<kSave, OemDevPayload, const OemDevPayload>& payload);
+
+    struct StartingValues {
+        uint8_t cashDrawerPhase, buzzer, density, quality, cutMode, recovery, continuousMode,
+            selector, presentationMode, headLed, blackMark, page2PageAction;
+        uint16_t feeder;
+    };
+    StartingValues starts_{};
 
     std::string modelName_;
     std::string secondaryName_;

@@ -13,6 +13,7 @@
 #include "infra/registry_win.h"
 #include "kivui_dll_win.h"
 #include "settings/oemdev.h"
+#include "settings/ui_device_common.h"
 
 namespace {
 
@@ -233,50 +234,77 @@ TEST_F(CommonUi, TwoPrintersHaveTwoKeysLogsAndMutexes) {
     RemoveDirectoryW(folder.c_str());
 }
 
-TEST_F(CommonUi, ApplySavesTheDeviceValuesIntoTheRecord) {
+// One opening as the framework runs it: the record merged in, the common UI pass, and the
+// callback it installs.
+struct Opening {
+    Opening(IPrintOemUI* ui, DocumentCall& call, std::vector<BYTE>& record) {
+        std::vector<BYTE> merged(OEMDEV_SIZE);
+        OEMDMPARAM dm = DevModeParam(record.data(), merged.data());
+        EXPECT_EQ(S_OK, ui->DevMode(OEMDM_MERGE, &dm));
+        call.param.pOEMDM = record.data();
+        EXPECT_EQ(S_OK, ui->CommonUIProp(OEMCUIP_DOCPROP, &call.param));
+        callback = call.param.OEMCUIPCallback;
+    }
+    LONG Press(POEMCUIPPARAM param, WORD reason = CPSUICB_REASON_APPLYNOW) const {
+        CPSUICBPARAM cb{};
+        cb.cbSize = sizeof cb;
+        cb.Reason = reason;
+        return callback(&cb, param);
+    }
+    OEMCUIPCALLBACK callback = nullptr;
+};
+
+TEST_F(CommonUi, OnlyApplyWritesAndOnlyIntoOurRecord) {
     const std::wstring printer = ScratchPrinterName(L"apply");
     ScratchConfigKey key(printer);
     DocumentCall call(printer);
     std::vector<BYTE> record(OEMDEV_SIZE, 0x5A);
     const uint32_t header[3] = {OEMDEV_SIZE, KIVITEM_SIGNATURE, 1};
     std::memcpy(record.data(), header, sizeof header);
-    call.param.pOEMDM = record.data();
-    ASSERT_EQ(S_OK, ui_->CommonUIProp(OEMCUIP_DOCPROP, &call.param));
-    ASSERT_NE(nullptr, call.param.OEMCUIPCallback);
-    ASSERT_NE(nullptr, call.State());
-    const OEMCUIPCALLBACK callback = call.param.OEMCUIPCallback;
-
-    // Only an apply writes, and it answers what the save answers: 0 when it went through.
-    CPSUICBPARAM cb{};
-    cb.cbSize = sizeof cb;
-    for (WORD reason : {CPSUICB_REASON_SETACTIVE, CPSUICB_REASON_KILLACTIVE,
-                        CPSUICB_REASON_SEL_CHANGED, CPSUICB_REASON_ABOUT}) {
-        SCOPED_TRACE(reason);
-        cb.Reason = reason;
-        EXPECT_EQ(CPSUICB_ACTION_NONE, callback(&cb, &call.param));
+    const Opening opening(ui_.get(), call, record);
+    ASSERT_NE(nullptr, opening.callback);
+    for (WORD reason :
+         {CPSUICB_REASON_SETACTIVE, CPSUICB_REASON_KILLACTIVE, CPSUICB_REASON_SEL_CHANGED}) {
+        EXPECT_EQ(CPSUICB_ACTION_NONE, opening.Press(&call.param, reason));
     }
-    EXPECT_EQ(CPSUICB_ACTION_NONE, callback(nullptr, &call.param));
+    EXPECT_EQ(CPSUICB_ACTION_NONE, opening.callback(nullptr, &call.param));
     EXPECT_EQ(0x5A, record[OEMDEV_HEADER_SIZE]);
-
-    // Without the object's state, or into a record that is not ours, nothing is written and the
-    // apply goes on.
-    cb.Reason = CPSUICB_REASON_APPLYNOW;
-    OEMCUIPPARAM other = call.param;
-    other.pOEMUserData = nullptr;
-    EXPECT_EQ(0, callback(&cb, &other));
-    EXPECT_EQ(0x5A, record[OEMDEV_HEADER_SIZE]);
+    // A record that is not ours is left alone, and the apply goes on.
     std::vector<BYTE> foreign(record);
     foreign[4] ^= 0xFF;
-    other = call.param;
+    OEMCUIPPARAM other = call.param;
     other.pOEMDM = foreign.data();
-    EXPECT_EQ(0, callback(&cb, &other));
+    EXPECT_EQ(0, opening.Press(&other));
     EXPECT_EQ(0x5A, foreign[OEMDEV_HEADER_SIZE]);
 
-    EXPECT_EQ(0, callback(&cb, &call.param));
-    EXPECT_EQ(0, std::memcmp(record.data() + OEMDEV_HEADER_SIZE, &call.State()->workOEMDev.payload,
-                             OEMDEV_PAYLOAD_SIZE));
-    EXPECT_EQ(0, std::memcmp(record.data(), header, sizeof header));  // header kept
-    EXPECT_EQ(0x5A, record[20]);  // guards and version are the framework's record's own
+    EXPECT_EQ(0, opening.Press(&call.param));
+    EXPECT_EQ(0, std::memcmp(record.data(), &call.State()->workOEMDev, OEMDEV_SIZE));
+}
+
+// What is applied is there at the next opening: after an old layout version (the opening
+// repairs it, and the apply must carry the repair), and for a printer of unknown model, whose
+// new record opens with values its Print page accepts.
+TEST_F(CommonUi, AppliedValuesSurviveTheNextOpening) {
+    const std::wstring printer = ScratchPrinterName(L"reopen");
+    ScratchConfigKey key(printer);
+    for (const uint32_t layout : {1u, 2u}) {
+        SCOPED_TRACE(layout);
+        std::vector<BYTE> record(OEMDEV_SIZE);
+        OEMDMPARAM dm = DevModeParam(nullptr, record.data());
+        ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_DEFAULT, &dm));
+        std::memcpy(&record[20], &layout, 4);
+        DocumentCall call(printer);
+        const Opening first(ui_.get(), call, record);
+        UiDeviceCommon& device = *call.State()->device;
+        EXPECT_EQ(128, device.GetConvThreshold());
+        EXPECT_EQ(255, device.GetConvFilterUp());
+        device.SetOffsetX(-12);
+        ASSERT_EQ(0, first.Press(&call.param));
+
+        const Opening second(ui_.get(), call, record);
+        EXPECT_EQ(-12, call.State()->device->GetOffsetX());
+        EXPECT_EQ(0, std::memcmp(record.data(), &call.State()->workOEMDev, OEMDEV_SIZE));
+    }
 }
 
 TEST(CommonUiModelText, ReadFromGpdFilesInOneFolder) {

@@ -38,7 +38,6 @@ inline HostRun RunHost(const std::wstring& args) {
     si.dwFlags = STARTF_USESTDHANDLES;
     si.hStdOutput = writeEnd;
     si.hStdError = writeEnd;
-    si.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
     PROCESS_INFORMATION pi = {};
     const BOOL started =
         CreateProcessW(nullptr, cmd.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &si, &pi);
@@ -95,7 +94,8 @@ inline bool Contains(const std::string& text, const std::string& what) {
     return text.find(what) != std::string::npos;
 }
 
-// Scratch printers with their own log folder and devmode files, all removed afterwards.
+// Scratch printers whose logs, devmode files and output live in one scratch folder; the
+// printers, their registry keys and the folder are removed afterwards.
 class HostTestBase : public ::testing::Test {
   protected:
     explicit HostTestBase(std::wstring tag) : tag_(std::move(tag)) {}
@@ -111,18 +111,18 @@ class HostTestBase : public ::testing::Test {
         for (const std::wstring& printer : printers_) {
             RemoveWinePrinter(printer, error);
             RegDeleteTreeW(HKEY_CURRENT_USER, (L"Software\\Orvane\\Kiv\\" + printer).c_str());
-            DeleteFileW(LogPath(printer).c_str());
-            DeleteFileW(DevmodePath(printer).c_str());
-            DeleteFileW((dir_ + L"\\" + SafeFileName(printer) + L".prn").c_str());
         }
-        for (const std::wstring& file : scratchFiles_)
-            DeleteFileW(file.c_str());
-        for (auto it = scratchDirs_.rbegin(); it != scratchDirs_.rend(); ++it)
-            RemoveDirectoryW(it->c_str());
+        // Everything the tests write lands in the scratch folder itself.
+        WIN32_FIND_DATAW found;
+        HANDLE h = FindFirstFileW((dir_ + L"\\*").c_str(), &found);
+        for (BOOL more = h != INVALID_HANDLE_VALUE; more; more = FindNextFileW(h, &found))
+            DeleteFileW((dir_ + L"\\" + found.cFileName).c_str());
+        if (h != INVALID_HANDLE_VALUE)
+            FindClose(h);
         RemoveDirectoryW(dir_.c_str());
     }
 
-    // Points the printer's log into the scratch folder and starts it empty.
+    // A printer whose configuration starts afresh with its log in the scratch folder.
     std::wstring NewPrinter(const std::wstring& model) {
         std::wstring printer = L"KIV " + tag_ + L" " + model;
         printers_.push_back(printer);
@@ -135,8 +135,6 @@ class HostTestBase : public ::testing::Test {
                            static_cast<DWORD>((dir_.size() + 1) * sizeof(wchar_t)));
             RegCloseKey(h);
         }
-        DeleteFileW(LogPath(printer).c_str());
-        DeleteFileW(DevmodePath(printer).c_str());
         return printer;
     }
     std::wstring LogPath(const std::wstring& printer) const {
@@ -154,6 +152,4 @@ class HostTestBase : public ::testing::Test {
     std::wstring tag_;
     std::wstring dir_;
     std::vector<std::wstring> printers_;
-    std::vector<std::wstring> scratchFiles_;
-    std::vector<std::wstring> scratchDirs_;
 };

@@ -26,15 +26,6 @@ UINT_PTR Arg(T* pointer) {
     return reinterpret_cast<UINT_PTR>(pointer);
 }
 
-OEMDMPARAM DevModeParam(void* in, void* out, DWORD bufSize) {
-    OEMDMPARAM param{};
-    param.cbSize = sizeof param;
-    param.pOEMDMIn = in;
-    param.pOEMDMOut = out;
-    param.cbBufSize = bufSize;
-    return param;
-}
-
 // Calls a method by its slot in the raw vtable, independent of the header's declaration order.
 // The x64 caller owns the argument area, so zeros past what a method takes are harmless.
 HRESULT CallSlot(IUnknown* object, size_t slot, std::array<UINT_PTR, 8> a = {}) {

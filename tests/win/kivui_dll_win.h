@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "win/windows_headers_win.h"
+#include "settings/oemdev.h"
 #include "win/oem_framework_win.h"
 
 using DllGetClassObjectFn = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
@@ -98,3 +99,13 @@ class ScratchConfigKey {
     void Delete() const { RegDeleteTreeW(HKEY_CURRENT_USER, Path().c_str()); }
     std::wstring name_;
 };
+
+// The framework's parameter block of one DevMode call.
+inline OEMDMPARAM DevModeParam(void* in, void* out, DWORD bufSize = OEMDEV_SIZE) {
+    OEMDMPARAM param{};
+    param.cbSize = sizeof param;
+    param.pOEMDMIn = in;
+    param.pOEMDMOut = out;
+    param.cbBufSize = bufSize;
+    return param;
+}

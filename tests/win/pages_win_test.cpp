@@ -46,6 +46,14 @@ int ComboCount(HWND hDlg, int id) {
     return static_cast<int>(SendDlgItemMessageW(hDlg, id, CB_GETCOUNT, 0, 0));
 }
 
+// The sheet window the pages live in; it counts what would light its Apply button.
+int g_changedCount = 0;
+LRESULT CALLBACK SheetProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == PSM_CHANGED)
+        ++g_changedCount;
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
 void Command(HWND hDlg, int id, WORD notification) {
     SendMessageW(hDlg, WM_COMMAND, MAKEWPARAM(id, notification), 0);
 }
@@ -57,8 +65,13 @@ class PagesWin : public testing::Test {
         InitCommonControlsEx(&controls);
         module_ = LoadLibraryW(L"KivUI.dll");
         ASSERT_NE(module_, nullptr);
-        sheet_ = CreateWindowExW(0, L"STATIC", L"sheet", WS_POPUP, 0, 0, 400, 400, nullptr, nullptr,
-                                 nullptr, nullptr);
+        WNDCLASSW sheetClass{};
+        sheetClass.lpfnWndProc = SheetProc;
+        sheetClass.lpszClassName = L"KivTestSheet";
+        RegisterClassW(&sheetClass);
+        sheet_ = CreateWindowExW(0, L"KivTestSheet", L"sheet", WS_POPUP, 0, 0, 400, 400, nullptr,
+                                 nullptr, nullptr, nullptr);
+        g_changedCount = 0;
         ASSERT_NE(sheet_, nullptr);
 
         auto device = std::make_unique<UiDeviceCommon>("TEST", "", "", "");
@@ -85,7 +98,9 @@ class PagesWin : public testing::Test {
         FreeLibrary(module_);
     }
 
-    HWND OpenPage(int templateId, DLGPROC procedure) {
+    HWND OpenPage(PageId id) {
+        const DLGPROC procedure = PageProcedureOf(id);
+        const int templateId = CatalogRow(id).dialogId;
         PROPSHEETPAGEW page{};
         page.dwSize = sizeof page;
         page.lParam = reinterpret_cast<LPARAM>(&context_);
@@ -109,9 +124,9 @@ class PagesWin : public testing::Test {
 };
 
 TEST_F(PagesWin, PrintPageFillsOnceFromTheModel) {
-    HWND hDlg = OpenPage(IDD_PROPPAGE_DOC_PRINT, DevicePropPageDocPrint);
+    HWND hDlg = OpenPage(PageId::kPrint);
     ASSERT_NE(hDlg, nullptr);
-    EXPECT_EQ(context_.m_hDlgDocPrint, hDlg);
+    EXPECT_EQ(context_.Slot(PageId::kPrint), hDlg);
     EXPECT_EQ(ComboCount(hDlg, IDC_PRINT_QUALITY), 3);
     EXPECT_EQ(ComboSelection(hDlg, IDC_PRINT_QUALITY), 1);
     EXPECT_EQ(Text(hDlg, IDC_PRINT_THRESHOLD_VALUE), L"39% (100/255)");
@@ -125,17 +140,18 @@ TEST_F(PagesWin, PrintPageFillsOnceFromTheModel) {
     EXPECT_EQ(ComboSelection(hDlg, IDC_PRINT_QUALITY), 2);
 
     // Opening the page again (same sheet) remaps the slot without refilling.
-    HWND second = OpenPage(IDD_PROPPAGE_DOC_PRINT, DevicePropPageDocPrint);
+    HWND second = OpenPage(PageId::kPrint);
     ASSERT_NE(second, nullptr);
-    EXPECT_EQ(context_.m_hDlgDocPrint, second);
+    EXPECT_EQ(context_.Slot(PageId::kPrint), second);
     EXPECT_EQ(ComboCount(second, IDC_PRINT_QUALITY), 0);
-    EXPECT_EQ(DevicePropPageDocPrint(nullptr, WM_COMMAND, 0, 0), 0);
+    EXPECT_EQ(PageProcedureOf(PageId::kPrint)(nullptr, WM_COMMAND, 0, 0), 0);
+    EXPECT_EQ(PageProcedureOf(PageId::kVersion), nullptr);  // not built yet
     EXPECT_EQ(IsControlEnabled(hDlg, 4242), 0);  // a missing control is simply not enabled
 }
 
 TEST_F(PagesWin, PrintPageStoredNoneOpensWithFiltersAtTheirEnds) {
     state_.device->SetConvMode(1);
-    HWND hDlg = OpenPage(IDD_PROPPAGE_DOC_PRINT, DevicePropPageDocPrint);
+    HWND hDlg = OpenPage(PageId::kPrint);
     ASSERT_NE(hDlg, nullptr);
     // The stored filters follow what the page shows.
     EXPECT_EQ(state_.device->GetConvFilterDown(), 0);
@@ -144,7 +160,7 @@ TEST_F(PagesWin, PrintPageStoredNoneOpensWithFiltersAtTheirEnds) {
 }
 
 TEST_F(PagesWin, PrintTypeNoneThenDefaultThenAuto) {
-    HWND hDlg = OpenPage(IDD_PROPPAGE_DOC_PRINT, DevicePropPageDocPrint);
+    HWND hDlg = OpenPage(PageId::kPrint);
     ASSERT_NE(hDlg, nullptr);
     SendDlgItemMessageW(hDlg, IDC_PRINT_DITHERING_TYPE, CB_SETCURSEL, 1, 0);
     Command(hDlg, IDC_PRINT_DITHERING_TYPE, CBN_SELCHANGE);
@@ -165,7 +181,7 @@ TEST_F(PagesWin, PrintTypeNoneThenDefaultThenAuto) {
 }
 
 TEST_F(PagesWin, PrintFilterFailureStopsTheApply) {
-    HWND hDlg = OpenPage(IDD_PROPPAGE_DOC_PRINT, DevicePropPageDocPrint);
+    HWND hDlg = OpenPage(PageId::kPrint);
     ASSERT_NE(hDlg, nullptr);
     SetTrackbarPosition(hDlg, IDC_PRINT_THRESHOLD, IDC_PRINT_THRESHOLD_VALUE, 128);
     SetTrackbarPosition(hDlg, IDC_PRINT_LOW_FILTER, IDC_PRINT_LOW_FILTER_VALUE, 128);
@@ -188,13 +204,16 @@ TEST_F(PagesWin, PrintFilterFailureStopsTheApply) {
 }
 
 TEST_F(PagesWin, PrintAdjustSavesOffsetsAndReductionOfAnOpenedPageOnly) {
-    HWND hDlg = OpenPage(IDD_PROPPAGE_DOC_PRINT_ADJUST, DevicePropPageDocPrintAdjust);
+    HWND hDlg = OpenPage(PageId::kPrintAdjust);
     ASSERT_NE(hDlg, nullptr);
     EXPECT_EQ(Text(hDlg, IDC_ADJUST_X_OFFSET), L"-25");
     EXPECT_EQ(ComboSelection(hDlg, IDC_ADJUST_REDUCTION_VALUE), 5);
     EXPECT_EQ(IsControlEnabled(hDlg, IDC_ADJUST_REDUCTION_VALUE), FALSE);
+    // Filling set the offset edits, which answer with EN_CHANGE; only the user's edit counts.
+    EXPECT_EQ(g_changedCount, 0);
 
     SetDlgItemTextW(hDlg, IDC_ADJUST_X_OFFSET, L"-1000");
+    EXPECT_EQ(g_changedCount, 1);
     SetDlgItemTextW(hDlg, IDC_ADJUST_Y_OFFSET, L"1000");
     SetChecked(hDlg, IDC_ADJUST_REDUCTION_ENABLE, true);
     Command(hDlg, IDC_ADJUST_REDUCTION_ENABLE, BN_CLICKED);
@@ -213,7 +232,7 @@ TEST_F(PagesWin, PrintAdjustSavesOffsetsAndReductionOfAnOpenedPageOnly) {
 
     // A page never opened is neither checked nor read.
     SetDlgItemTextW(hDlg, IDC_ADJUST_X_OFFSET, L"oops");
-    context_.m_hDlgDocPrintAdjust = nullptr;
+    context_.Slot(PageId::kPrintAdjust) = nullptr;
     body = OemDevPayload{};
     EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 0);
     EXPECT_EQ(capture_.count, 0);

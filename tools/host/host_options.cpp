@@ -55,8 +55,8 @@ const wchar_t* HostUsage() {
            L"  --press BUTTON   once every page is up: ok, apply (then close with cancel) or\n"
            L"                   cancel; without it the sheet stays until it is closed\n"
            L"  --screenshots DIR  one PNG per page, NN_<title>.png\n"
-           L"  --time           times the sheet against an empty sheet with as many pages and\n"
-           L"                   exits with 4 when the ratio is over the target\n"
+           L"  --time           times the sheet against the same sheet whose pages fill nothing\n"
+           L"                   and exits with 4 when the ratio is over the target\n"
            L"  --time-runs N    repetitions for --time (median; default 5)\n"
            L"  --answer yes|no  answer to the plug-in's yes/no questions (default no)\n"
            L"  --page P         the page (tab index from 0, or title) of the steps after it:\n"
@@ -119,6 +119,16 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             return true;
         };
         std::wstring text;
+        auto number = [&](int lo, int hi, int& out) {
+            if (!value(text))
+                return false;
+            if (!ParseInt(text, lo, hi, out)) {
+                error = arg + L" takes a number from " + std::to_wstring(lo) + L" to " +
+                        std::to_wstring(hi) + L", not \"" + text + L"\"";
+                return false;
+            }
+            return true;
+        };
         if (arg == L"--help" || arg == L"-h") {
             opts.help = true;
         } else if (arg == L"--headless") {
@@ -136,19 +146,11 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             if (!value(opts.packageDir))
                 return false;
         } else if (arg == L"--verbosity") {
-            if (!value(text))
+            if (!number(0, 7, opts.verbosity))
                 return false;
-            if (!ParseInt(text, 0, 7, opts.verbosity)) {
-                error = L"--verbosity takes a number from 0 to 7, not \"" + text + L"\"";
-                return false;
-            }
         } else if (arg == L"--log-lines") {
-            if (!value(text))
+            if (!number(0, 100000, opts.logLines))
                 return false;
-            if (!ParseInt(text, 0, 100000, opts.logLines)) {
-                error = L"--log-lines takes a number from 0 to 100000, not \"" + text + L"\"";
-                return false;
-            }
         } else if (arg == L"--press") {
             if (!value(text))
                 return false;
@@ -171,12 +173,8 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             opts.time = true;
             sheetOption = true;
         } else if (arg == L"--time-runs") {
-            if (!value(text))
+            if (!number(1, 100, opts.timeRuns))
                 return false;
-            if (!ParseInt(text, 1, 100, opts.timeRuns)) {
-                error = L"--time-runs takes a number from 1 to 100, not \"" + text + L"\"";
-                return false;
-            }
             sheetOption = true;
         } else if (arg == L"--answer") {
             if (!value(text))

@@ -1,8 +1,7 @@
-// Resource ids of kivhost's own dialogs: the driver's first page and the blank timing page.
+// Resource ids of kivhost's own dialog, the driver's first page of the sheet.
 #pragma once
 
 #define IDD_HOST_DRIVER_PAGE 201
-#define IDD_HOST_BLANK_PAGE 202
 
 #define IDC_HOST_PRINTER 1001
 #define IDC_HOST_MODEL 1002

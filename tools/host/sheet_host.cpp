@@ -21,8 +21,10 @@ constexpr UINT kMsgBringUp = WM_APP + 1;
 // Posted after a press, to see whether the sheet is still open and must be closed.
 constexpr UINT kMsgAfterPress = WM_APP + 2;
 
-// The tab control of a property sheet; a message box has none.
+// The tab control and the Apply button of a property sheet (Windows' and Wine's ids alike); a
+// message box has no tab control.
 constexpr int kSheetTabControlId = 0x3020;
+constexpr int kApplyButtonId = 0x3021;
 // The message box's text control, in Windows' and Wine's message box template alike.
 constexpr int kMessageBoxTextId = 0xFFFF;
 // Marks a message box the host has answered.
@@ -66,11 +68,12 @@ std::wstring FileNamePart(const std::wstring& title) {
 
 class SheetHost {
   public:
-    SheetHost(const SheetPlugin* plugin, const SheetScript& script, int blankPages,
-              LARGE_INTEGER start, SheetOutcome& outcome)
+    SheetHost(const SheetPlugin* plugin, const SheetScript& script,
+              const std::vector<PluginPageTemplate>* baselinePages, LARGE_INTEGER start,
+              SheetOutcome& outcome)
         : plugin_(plugin),
           script_(script),
-          blankPages_(blankPages),
+          baselinePages_(baselinePages),
           start_(start),
           outcome_(outcome) {}
 
@@ -78,11 +81,12 @@ class SheetHost {
 
     LONG SheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam);
     LONG ForwardToPlugin(PPROPSHEETUI_INFO info, LPARAM lParam);
+    LONG_PTR ComPropSheet(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2);
     INT_PTR PageProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
     void OnActivate(HWND window);
 
   private:
-    bool Blank() const { return plugin_ == nullptr; }
+    bool Baseline() const { return plugin_ == nullptr; }
     bool AddPages(PPROPSHEETUI_INFO info);
     void FillDriverPage(HWND hDlg);
     void ShowPaperSource(HWND hDlg);
@@ -91,14 +95,16 @@ class SheetHost {
     void AfterPress();
     void Press(SheetPress press);
     void StepFailed(const char* step, const std::wstring& why);
+    void ShowApplyState(const char* when);
 
-    const SheetPlugin* plugin_;  // null for the blank baseline sheet
+    const SheetPlugin* plugin_;  // null for the baseline sheet
     const SheetScript& script_;
-    int blankPages_;
+    const std::vector<PluginPageTemplate>* baselinePages_;
     LARGE_INTEGER start_;
     SheetOutcome& outcome_;
 
-    OEMUIPSPARAM psParam_ = {};  // lParamInit of the plug-in's page function
+    OEMUIPSPARAM psParam_ = {};               // lParamInit of the plug-in's page function
+    PFNCOMPROPSHEET comPropSheet_ = nullptr;  // the sheet's own function behind the host's
     std::wstring title_;
     HWND sheet_ = nullptr;
     HWND firstPage_ = nullptr;
@@ -122,6 +128,18 @@ LONG PluginPageFunction(PPROPSHEETUI_INFO info, LPARAM lParam) {
     return static_cast<SheetHost*>(ps->pOemEntry)->ForwardToPlugin(info, lParam);
 }
 
+// The plug-in is handed this in place of the sheet's function, which it forwards to, so that the
+// host learns which dialog templates the plug-in's pages use; the plug-in keeps it for later calls.
+LONG_PTR CALLBACK HostComPropSheet(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2) {
+    return g_openSheet != nullptr ? g_openSheet->ComPropSheet(sheet, function, lParam1, lParam2)
+                                  : 0;
+}
+
+// The baseline's pages: the plug-in's templates with nothing filled in.
+INT_PTR CALLBACK InertPageProc(HWND, UINT msg, WPARAM, LPARAM) {
+    return msg == WM_INITDIALOG;
+}
+
 INT_PTR CALLBACK HostPageProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam) {
     auto* host = reinterpret_cast<SheetHost*>(GetWindowLongPtrW(hDlg, DWLP_USER));
     if (msg == WM_INITDIALOG) {
@@ -139,7 +157,7 @@ LRESULT CALLBACK MessageBoxHook(int code, WPARAM wParam, LPARAM lParam) {
 }
 
 bool SheetHost::Open(std::wstring& error) {
-    if (!Blank()) {
+    if (!Baseline()) {
         psParam_.cbSize = sizeof psParam_;
         psParam_.poemuiobj = plugin_->param->poemuiobj;
         psParam_.hPrinter = plugin_->printer;
@@ -153,7 +171,7 @@ bool SheetHost::Open(std::wstring& error) {
         psParam_.pOemEntry = this;
         title_ = *plugin_->printerName + L" Printing Preferences";
     } else {
-        title_ = L"Empty sheet";
+        title_ = L"Baseline sheet";
     }
 
     // Message boxes are answered only when a script drives the sheet; a user answers them.
@@ -187,7 +205,6 @@ LONG SheetHost::SheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam) {
             info->Result = 1;
             return 1;
         case PROPSHEETUI_REASON_INIT:
-            outcome_.secondsToInit = SecondsSince(start_);
             info->Result = 0;
             return AddPages(info) ? 1 : ERR_CPSUI_GETLASTERROR;
         case PROPSHEETUI_REASON_GET_INFO_HEADER: {
@@ -212,21 +229,23 @@ LONG SheetHost::SheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam) {
 bool SheetHost::AddPages(PPROPSHEETUI_INFO info) {
     if (info->pfnComPropSheet == nullptr || info->hComPropSheet == nullptr)
         return false;
-    const int pages = Blank() ? blankPages_ : 1;
-    for (int i = 0; i < pages; ++i) {
+    std::vector<PluginPageTemplate> pages = {{GetModuleHandleW(nullptr), IDD_HOST_DRIVER_PAGE}};
+    if (Baseline())
+        pages.insert(pages.end(), baselinePages_->begin(), baselinePages_->end());
+    for (size_t i = 0; i < pages.size(); ++i) {
         PROPSHEETPAGEW page = {};
         page.dwSize = sizeof page;
-        page.hInstance = GetModuleHandleW(nullptr);
-        page.pszTemplate = MAKEINTRESOURCEW(Blank() ? IDD_HOST_BLANK_PAGE : IDD_HOST_DRIVER_PAGE);
-        page.pfnDlgProc = HostPageProc;
+        page.hInstance = pages[i].module;
+        page.pszTemplate = MAKEINTRESOURCEW(pages[i].dialogId);
+        page.pfnDlgProc = i == 0 ? HostPageProc : InertPageProc;
         page.lParam = reinterpret_cast<LPARAM>(this);
         if (info->pfnComPropSheet(info->hComPropSheet, CPSFUNC_ADD_PROPSHEETPAGEW,
                                   reinterpret_cast<LPARAM>(&page), 0) == 0) {
-            Fail("CPSFUNC_ADD_PROPSHEETPAGEW", L"the sheet refused the driver's page");
+            Fail("CPSFUNC_ADD_PROPSHEETPAGEW", L"the sheet refused page " + std::to_wstring(i));
             return false;
         }
     }
-    if (Blank())
+    if (Baseline())
         return true;
     // The plug-in's pages come after the driver's, added by the plug-in itself.
     const LONG_PTR added = info->pfnComPropSheet(info->hComPropSheet, CPSFUNC_ADD_PFNPROPSHEETUIW,
@@ -238,7 +257,13 @@ bool SheetHost::AddPages(PPROPSHEETUI_INFO info) {
 }
 
 LONG SheetHost::ForwardToPlugin(PPROPSHEETUI_INFO info, LPARAM lParam) {
+    const PFNCOMPROPSHEET sheetFunction = info->pfnComPropSheet;
+    if (sheetFunction != nullptr && sheetFunction != HostComPropSheet) {
+        comPropSheet_ = sheetFunction;
+        info->pfnComPropSheet = HostComPropSheet;
+    }
     const HRESULT hr = plugin_->ui->DocumentPropertySheets(info, lParam);
+    info->pfnComPropSheet = sheetFunction;
     if (!script_.quiet) {
         Out("DocumentPropertySheets: %s -> %s, Result %lld\n", ReasonName(info->Reason),
             Utf8(Hr(hr)).c_str(), static_cast<long long>(info->Result));
@@ -247,13 +272,29 @@ LONG SheetHost::ForwardToPlugin(PPROPSHEETUI_INFO info, LPARAM lParam) {
     return SUCCEEDED(hr) ? 1 : ERR_CPSUI_GETLASTERROR;
 }
 
+LONG_PTR SheetHost::ComPropSheet(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2) {
+    if (comPropSheet_ == nullptr)
+        return 0;
+    const LONG_PTR result = comPropSheet_(sheet, function, lParam1, lParam2);
+    const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam1);
+    if (function == CPSFUNC_ADD_PROPSHEETPAGEW && result != 0 && page != nullptr) {
+        if ((page->dwFlags & PSP_DLGINDIRECT) == 0 && IS_INTRESOURCE(page->pszTemplate))
+            outcome_.pluginPages.push_back(
+                {page->hInstance,
+                 static_cast<WORD>(reinterpret_cast<ULONG_PTR>(page->pszTemplate))});
+        else
+            outcome_.pageNotRebuildable = true;
+    }
+    return result;
+}
+
 INT_PTR SheetHost::PageProc(HWND hDlg, UINT msg, WPARAM, LPARAM lParam) {
     switch (msg) {
         case WM_INITDIALOG:
             if (firstPage_ == nullptr) {
                 firstPage_ = hDlg;
                 sheet_ = GetParent(hDlg);
-                if (!Blank())
+                if (!Baseline())
                     FillDriverPage(hDlg);
             }
             // The sheet is not shown yet; the rest runs from its own message loop.
@@ -270,7 +311,8 @@ INT_PTR SheetHost::PageProc(HWND hDlg, UINT msg, WPARAM, LPARAM lParam) {
             return TRUE;
         case WM_NOTIFY: {
             const auto* header = reinterpret_cast<const NMHDR*>(lParam);
-            if (header != nullptr && header->code == PSN_APPLY && !Blank() && hDlg == firstPage_) {
+            if (header != nullptr && header->code == PSN_APPLY && !Baseline() &&
+                hDlg == firstPage_) {
                 SetWindowLongPtrW(hDlg, DWLP_MSGRESULT, OnApply(hDlg));
                 return TRUE;
             }
@@ -334,18 +376,7 @@ void SheetHost::ShowPaperSource(HWND hDlg) {
 }
 
 LONG_PTR SheetHost::OnApply(HWND hDlg) {
-    OEMCUIPPARAM* param = plugin_->param;
-    CPSUICBPARAM cb = {};
-    cb.cbSize = sizeof cb;
-    cb.Reason = CPSUICB_REASON_APPLYNOW;
-    cb.hDlg = hDlg;
-    cb.pOptItem = param->pOEMOptItems;
-    cb.cOptItem = static_cast<WORD>(param->cOEMOptItems);
-    cb.Result = CPSUI_OK;
-    const LONG action = param->OEMCUIPCallback(&cb, param);
-    Out("APPLYNOW    : callback returned %ld%s\n", static_cast<long>(action),
-        action == CPSUICB_ACTION_NO_APPLY_EXIT ? " (not applied)" : "");
-    if (action == CPSUICB_ACTION_NO_APPLY_EXIT) {
+    if (CallApplyNow(*plugin_->param, hDlg) == CPSUICB_ACTION_NO_APPLY_EXIT) {
         outcome_.applyRefused = true;
         return PSNRET_INVALID_NOCHANGEPAGE;
     }
@@ -360,15 +391,21 @@ void SheetHost::StepFailed(const char* step, const std::wstring& why) {
     outcome_.stepFailed = true;
 }
 
+// Whether the sheet's Apply button is lit, i.e. whether some page told the sheet it changed.
+void SheetHost::ShowApplyState(const char* when) {
+    if (!script_.quiet)
+        Out("APPLY enabled=%d (%s)\n", IsWindowEnabled(GetDlgItem(sheet_, kApplyButtonId)) ? 1 : 0,
+            when);
+}
+
 void SheetHost::BringUp() {
-    outcome_.secondsToShown = SecondsSince(start_);
     const std::vector<std::wstring> titles = SheetPageTitles(sheet_);
     outcome_.pages = static_cast<int>(titles.size());
     outcome_.titles = titles;
     if (!script_.quiet) {
         for (size_t i = 0; i < titles.size(); ++i) {
             Out("PAGE %zu %s%s\n", i, Quoted(titles[i]).c_str(),
-                i == 0 ? " (driver)" : (Blank() ? "" : " (plug-in)"));
+                i == 0 ? " (driver)" : " (plug-in)");
         }
     }
     if (!script_.activateAll)
@@ -391,6 +428,7 @@ void SheetHost::BringUp() {
                    std::to_wstring(titles.size() - up) + L" page(s) did not come up");
     else if (!script_.quiet)
         Out("sheet       : %d pages up\n", up);
+    ShowApplyState("every page opened");
 
     if (!script_.screenshotDir.empty()) {
         std::wstring error;
@@ -422,6 +460,8 @@ void SheetHost::BringUp() {
         }
         PumpMessages(sheet_, 20);
     }
+    if (!script_.actions.empty())
+        ShowApplyState("after the steps");
 
     // A failed step must not save half a script's changes: the sheet is cancelled instead.
     SheetPress press = outcome_.stepFailed ? SheetPress::kCancel : script_.press;
@@ -478,12 +518,25 @@ void SheetHost::OnActivate(HWND window) {
         : answer == IDOK ? "ok"
                          : "cancel");
     SetPropW(window, kAnsweredProp, reinterpret_cast<HANDLE>(1));
-    ++outcome_.messageBoxes;
     PostMessageW(window, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED),
                  reinterpret_cast<LPARAM>(GetDlgItem(window, answer)));
 }
 
 }  // namespace
+
+LONG CallApplyNow(OEMCUIPPARAM& param, HWND hDlg) {
+    CPSUICBPARAM cb = {};
+    cb.cbSize = sizeof cb;
+    cb.Reason = CPSUICB_REASON_APPLYNOW;
+    cb.hDlg = hDlg;
+    cb.pOptItem = param.pOEMOptItems;
+    cb.cOptItem = static_cast<WORD>(param.cOEMOptItems);
+    cb.Result = CPSUI_OK;
+    const LONG action = param.OEMCUIPCallback(&cb, &param);
+    Out("APPLYNOW    : callback returned %ld%s\n", static_cast<long>(action),
+        action == CPSUICB_ACTION_NO_APPLY_EXIT ? " (not applied)" : "");
+    return action;
+}
 
 double SecondsSince(LARGE_INTEGER start) {
     LARGE_INTEGER now, frequency;
@@ -500,11 +553,12 @@ bool OpenPluginSheet(const SheetPlugin& plugin, const SheetScript& script, LARGE
         error = L"the plug-in installed no OEMCUIPCallback, so the sheet could not apply";
         return false;
     }
-    SheetHost host(&plugin, script, 0, start, outcome);
+    SheetHost host(&plugin, script, nullptr, start, outcome);
     return host.Open(error);
 }
 
-bool OpenBlankSheet(int pages, SheetOutcome& outcome, std::wstring& error) {
+bool OpenBaselineSheet(const std::vector<PluginPageTemplate>& pages, SheetOutcome& outcome,
+                       std::wstring& error) {
     SheetScript script;
     script.activateAll = true;
     script.quiet = true;
@@ -512,12 +566,12 @@ bool OpenBlankSheet(int pages, SheetOutcome& outcome, std::wstring& error) {
     outcome = SheetOutcome{};
     LARGE_INTEGER start;
     QueryPerformanceCounter(&start);
-    SheetHost host(nullptr, script, pages < 1 ? 1 : pages, start, outcome);
+    SheetHost host(nullptr, script, &pages, start, outcome);
     if (!host.Open(error))
         return false;
-    if (outcome.pages != pages) {
-        error = L"the empty sheet showed " + std::to_wstring(outcome.pages) + L" pages, not " +
-                std::to_wstring(pages);
+    if (outcome.pages != static_cast<int>(pages.size()) + 1 || outcome.stepFailed) {
+        error = L"the baseline sheet brought up " + std::to_wstring(outcome.pages) +
+                L" pages, not " + std::to_wstring(pages.size() + 1);
         return false;
     }
     return true;

@@ -31,6 +31,12 @@ struct SheetScript {
     std::vector<PageAction> actions;
 };
 
+// A page as the plug-in added it: its module and dialog template.
+struct PluginPageTemplate {
+    HINSTANCE module = nullptr;
+    WORD dialogId = 0;
+};
+
 struct SheetOutcome {
     LONG returned = 0;                // CommonPropertySheetUIW's return value
     DWORD result = 0;                 // its *pResult
@@ -38,12 +44,11 @@ struct SheetOutcome {
     bool applied = false;             // an apply the plug-in accepted
     bool applyRefused = false;        // the last apply was refused (validation failed)
     bool stepFailed = false;          // a scripted step, screenshot or press could not be done
-    int messageBoxes = 0;             // message boxes the plug-in showed and the host answered
-    double secondsToInit = 0;         // from the caller's start to the sheet callback's INIT
-    double secondsToShown = 0;        // ... to the sheet's first page shown and its loop running
-    double secondsToPagesUp = 0;      // ... to every page initialised
+    double secondsToPagesUp = 0;      // from the caller's start to every page initialised
     std::vector<double> pageSeconds;  // each page's first activation (the first page's is 0)
     std::vector<std::wstring> titles;
+    std::vector<PluginPageTemplate> pluginPages;  // in the order the plug-in added them
+    bool pageNotRebuildable = false;              // a page came without a resource template
 };
 
 // Opens the sheet and returns when it is closed. `start` (QueryPerformanceCounter) is when the
@@ -51,8 +56,13 @@ struct SheetOutcome {
 bool OpenPluginSheet(const SheetPlugin& plugin, const SheetScript& script, LARGE_INTEGER start,
                      SheetOutcome& outcome, std::wstring& error);
 
-// The baseline of --time: the same CommonPropertySheetUIW path with `pages` blank pages of the
-// host's own, each activated once, then cancelled. `seconds` runs from just before the call.
-bool OpenBlankSheet(int pages, SheetOutcome& outcome, std::wstring& error);
+// The baseline of --time: the same sheet through CommonPropertySheetUIW, the driver's page and
+// `pages` (the plug-in's own dialog templates) driven by a procedure that fills nothing, each
+// page activated once, then cancelled. The times run from just before the call.
+bool OpenBaselineSheet(const std::vector<PluginPageTemplate>& pages, SheetOutcome& outcome,
+                       std::wstring& error);
+
+// The CPSUICB_REASON_APPLYNOW call the driver's option page makes when the sheet applies.
+LONG CallApplyNow(OEMCUIPPARAM& param, HWND hDlg);
 
 double SecondsSince(LARGE_INTEGER start);

@@ -425,6 +425,7 @@ UiDeviceModel<kId>::UiDeviceModel(std::string second, std::string third, std::st
     : UiDeviceCommon(DataOf<kId>().name, std::move(second), std::move(third), std::move(fourth)) {
     ApplyOffers(DataOf<kId>(), *this);
     TakeCapabilityFlagsFromExport();
+    KeepStartingValues();
 }
 
 template <ModelId kId>

@@ -1,0 +1,193 @@
+// The one dialog procedure of every document page, and the lookup of the built pages.
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "../../resources/resource.h"
+#include "infra/guarded.h"
+#include "infra/log.h"
+#include "pages/page_framework_win.h"
+#include "settings/ui_device_common.h"
+
+namespace {
+
+// Keeps the page's slot pointing at its current window; a changed window is logged.
+void TrackSlot(HWND hDlg, PageId page, PageContext& context) {
+    HWND& slot = context.Slot(page);
+    if (slot == nullptr) {
+        slot = hDlg;
+    } else if (slot != hDlg) {
+        slot = hDlg;
+        const PageNames names = NamesOf(page);
+        TheLog().Write(kLogInfo, names.logName.c_str(), "%s", names.remapText.c_str());
+    }
+}
+
+PageContext* ContextOf(HWND hDlg) {
+    return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
+}
+
+// WM_INITDIALOG: the context of the PROPSHEETPAGEW is kept in the page (DWLP_USER) and on the
+// sheet (GWLP_USERDATA, where the document callback finds it).
+PageContext* Attach(HWND hDlg, LPARAM lParam) {
+    const auto* sheetPage = reinterpret_cast<const PROPSHEETPAGEW*>(lParam);
+    PageContext* context =
+        sheetPage != nullptr ? reinterpret_cast<PageContext*>(sheetPage->lParam) : nullptr;
+    SetWindowLongPtrW(hDlg, DWLP_USER, reinterpret_cast<LONG_PTR>(context));
+    if (HWND sheet = GetParent(hDlg)) {
+        SetWindowLongPtrW(sheet, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(context));
+    }
+    return context;
+}
+
+// Filling sets texts, checks and selections; an edit answers a new text with EN_CHANGE, which
+// must not light the sheet's Apply before the user has changed anything.
+void FillOnce(HWND hDlg, PageId page, const PageDefinition& definition, PageContext& context) {
+    uint8_t& filled = context.pageFilled[static_cast<size_t>(page)];
+    if (filled != 0) {
+        return;
+    }
+    filled = 1;
+    context.filling = 1;
+    UiDeviceCommon* device =
+        context.pOemUiState != nullptr ? context.pOemUiState->device.get() : nullptr;
+    if (device != nullptr && definition.fill != nullptr) {
+        definition.fill(hDlg, *device);
+    }
+    for (const PictureRow& row : definition.pictures) {
+        SetPicture(hDlg, row.control, row.png);
+    }
+    for (const HelpRow& row : definition.helps) {
+        SetPicture(hDlg, row.icon, IDB_PNG_HELP);
+        CreateHelpTooltip(row.icon, hDlg, row.text);
+    }
+    context.filling = 0;
+}
+
+bool IsSettingNotification(int code) {
+    return code == BN_CLICKED || code == CBN_SELCHANGE || code == EN_CHANGE;
+}
+
+void NotifyChanged(HWND hDlg) {
+    SendMessageW(GetParent(hDlg), PSM_CHANGED, reinterpret_cast<WPARAM>(hDlg), 0);
+}
+
+void OnCommand(HWND hDlg, const PageDefinition& definition, const PageContext* context,
+               WPARAM wParam) {
+    const int id = LOWORD(wParam);
+    const int code = HIWORD(wParam);
+    for (const HelpRow& row : definition.helps) {
+        if (row.icon == id) {
+            if (code == STN_CLICKED) {
+                PopUpHelp(id, hDlg, row.text);
+            }
+            return;
+        }
+    }
+    // A picture's click shares its code with a button's; pictures hold no setting.
+    const bool picture = std::any_of(definition.pictures.begin(), definition.pictures.end(),
+                                     [id](const PictureRow& row) { return row.control == id; });
+    if (picture || !IsSettingNotification(code) || (context != nullptr && context->filling)) {
+        return;
+    }
+    const bool setting = definition.onCommand == nullptr || definition.onCommand(hDlg, id, code);
+    if (setting) {
+        NotifyChanged(hDlg);
+    }
+}
+
+void OnHScroll(HWND hDlg, const PageDefinition& definition, LPARAM lParam) {
+    HWND trackbar = reinterpret_cast<HWND>(lParam);
+    const int id = trackbar != nullptr ? GetDlgCtrlID(trackbar) : 0;
+    for (const TrackbarRow& row : definition.trackbars) {
+        if (row.trackbar == id) {
+            WriteControlText(hDlg, row.label, TrackbarLabel(TrackbarPosition(hDlg, id)));
+            NotifyChanged(hDlg);
+            return;
+        }
+    }
+}
+
+void ReleasePictures(HWND hDlg, const PageDefinition& definition) {
+    for (const PictureRow& row : definition.pictures) {
+        ReleasePicture(hDlg, row.control);
+    }
+    for (const HelpRow& row : definition.helps) {
+        ReleasePicture(hDlg, row.icon);
+    }
+}
+
+INT_PTR RunPage(PageId page, const PageDefinition& definition, HWND hDlg, UINT message,
+                WPARAM wParam, LPARAM lParam) {
+    if (hDlg == nullptr) {
+        TheLog().Write(kLogInfo, NamesOf(page).logName.c_str(), "hDlg NULL");
+        return 0;
+    }
+    PageContext* context = ContextOf(hDlg);
+    if (context != nullptr) {
+        TrackSlot(hDlg, page, *context);
+    }
+    switch (message) {
+        case WM_INITDIALOG:
+            context = Attach(hDlg, lParam);
+            if (context != nullptr) {
+                TrackSlot(hDlg, page, *context);
+                FillOnce(hDlg, page, definition, *context);
+            }
+            return 1;
+        case WM_COMMAND:
+            OnCommand(hDlg, definition, context, wParam);
+            return 1;
+        case WM_HSCROLL:
+            OnHScroll(hDlg, definition, lParam);
+            return 1;
+        case WM_DESTROY:
+            ReleasePictures(hDlg, definition);
+            return 0;
+        default:
+            return 0;
+    }
+}
+
+template <PageId kPage>
+INT_PTR CALLBACK PageDialogProc(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    static constexpr PageNames kNames = NamesOf(kPage);
+    return Guarded(kNames.logName.c_str(), static_cast<INT_PTR>(0), [&] {
+        return RunPage(kPage, DefinitionOf<kPage>(), hDlg, message, wParam, lParam);
+    });
+}
+
+struct BuiltPage {
+    DLGPROC procedure = nullptr;
+    const PageDefinition& (*definition)() = nullptr;
+};
+
+// Only rows marked built reach DefinitionOf, so a page not built yet needs no definition.
+template <size_t kIndex>
+constexpr BuiltPage BuiltPageAt() {
+    constexpr PageId page = static_cast<PageId>(kIndex);
+    if constexpr (kPageCatalog[kIndex].built) {
+        return BuiltPage{&PageDialogProc<page>, &DefinitionOf<page>};
+    } else {
+        return BuiltPage{};
+    }
+}
+
+template <size_t... kIndex>
+constexpr std::array<BuiltPage, kPageCount> MakeBuiltPages(std::index_sequence<kIndex...>) {
+    return {BuiltPageAt<kIndex>()...};
+}
+
+constexpr std::array<BuiltPage, kPageCount> kBuiltPages =
+    MakeBuiltPages(std::make_index_sequence<kPageCount>());
+
+}  // namespace
+
+const PageDefinition* FindPageDefinition(PageId page) {
+    const BuiltPage& built = kBuiltPages[static_cast<size_t>(page)];
+    return built.definition != nullptr ? &built.definition() : nullptr;
+}
+
+DLGPROC PageProcedureOf(PageId page) {
+    return kBuiltPages[static_cast<size_t>(page)].procedure;
+}
