@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "ports/platform.h"
+#include "ports/log_ports.h"
 
 // mingw-w64 builds with __USE_MINGW_ANSI_STDIO=1, so the formatting is C99's, not msvcrt's.
 #if defined(__MINGW32__)

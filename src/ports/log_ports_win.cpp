@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "ports/version_query.h"
 #include "win/text_win.h"
 
 namespace {

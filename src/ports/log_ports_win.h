@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "ports/platform.h"
+#include "ports/log_ports.h"
 #include "win/windows_headers_win.h"
 
 class ClockWin : public Clock {
