@@ -27,24 +27,17 @@ const char kStamp[] =
     R"(\[P[0-9A-F]{4,}/T[0-9A-F]{4,}\]\[\d{4}/\d{2}/\d{2} \d{2}:\d{2}:\d{2}:\d{3}\])";
 
 // A fresh folder under the temporary folder, removed with everything in it at the end.
-class TempFolder {
-  public:
-    TempFolder() {
-        static int serial = 0;
-        path_ =
-            (std::filesystem::temp_directory_path() /
-             ("kivlog_" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++serial)))
-                .string();
-        std::filesystem::create_directories(path_);
-    }
+struct TempFolder {
+    inline static int serial = 0;
+    const std::string path =
+        (std::filesystem::temp_directory_path() /
+         ("kivlog_" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++serial)))
+            .string();
+    TempFolder() { std::filesystem::create_directories(path); }
     ~TempFolder() {
         std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
+        std::filesystem::remove_all(path, ignored);
     }
-    const std::string& Path() const { return path_; }
-
-  private:
-    std::string path_;
 };
 
 Lines ReadLines(const std::string& path) {
@@ -66,14 +59,14 @@ struct WinLog {
 TEST(LogWinFile, NewFileHeadLayoutAndModuleVersion) {
     TempFolder folder;
     WinLog w;
-    w.log.Open(u"LogWin Printer", folder.Path(), kLogToFile, 6, 0);
+    w.log.Open(u"LogWin Printer", folder.path, kLogToFile, 6, 0);
     w.log.Write(kLogInfo, "IOemUI::CommonUIProp", "OEMCustomData <%s>", "TRX418A");
     w.log.Close();
-    w.log.Open(u"LogWin Printer", folder.Path(), kLogToFile, 6, 0);
+    w.log.Open(u"LogWin Printer", folder.path, kLogToFile, 6, 0);
     w.log.Write(kLogDetail, "hrOEMDevMode", "Size <%u>", 3329u);
     w.log.Close();
 
-    const Lines lines = ReadLines(folder.Path() + "\\LogWin Printer_UI.log");
+    const Lines lines = ReadLines(folder.path + "\\LogWin Printer_UI.log");
     ASSERT_EQ(lines.size(), 4u);  // one head only, no carriage returns
     const std::string stamp = kStamp;
     EXPECT_TRUE(
@@ -92,10 +85,10 @@ TEST(LogWinFile, NewFileHeadLayoutAndModuleVersion) {
 
 TEST(LogWinFile, FilePastFiveMiBIsBegunAnewAtTheTwentiethLine) {
     TempFolder folder;
-    const std::string path = folder.Path() + "\\Big_UI.log";
+    const std::string path = folder.path + "\\Big_UI.log";
     std::ofstream(path, std::ios::binary) << std::string(kLogSizeLimit + 1, 'x');
     WinLog w;
-    w.log.Open(u"Big", folder.Path(), kLogToFile, 6, 0);
+    w.log.Open(u"Big", folder.path, kLogToFile, 6, 0);
     for (int i = 1; i <= 19; ++i)
         w.log.Write(kLogError, "C::F", "line %d", i);
     // Readers may look while the log is open: the old block, the first line behind it, 18 more.
@@ -109,8 +102,8 @@ TEST(LogWinFile, FilePastFiveMiBIsBegunAnewAtTheTwentiethLine) {
 
 TEST(LogWinFolder, ExpandedAndMadeOrElseLoggingIsOff) {
     TempFolder folder;
-    ASSERT_TRUE(SetEnvironmentVariableA("KIV_LOG_WIN_ROOT", folder.Path().c_str()));
-    std::ofstream(folder.Path() + "\\blocker") << "a file where a folder would be";
+    ASSERT_TRUE(SetEnvironmentVariableA("KIV_LOG_WIN_ROOT", folder.path.c_str()));
+    std::ofstream(folder.path + "\\blocker") << "a file where a folder would be";
     struct Case {
         std::string folder;
         bool on;
@@ -118,7 +111,7 @@ TEST(LogWinFolder, ExpandedAndMadeOrElseLoggingIsOff) {
     const Case cases[] = {
         {"%KIV_LOG_WIN_ROOT%\\one\\two/three", true},
         {"%KIV_LOG_WIN_ROOT%\\blocker\\sub", false},
-        {folder.Path() + "\\" + std::string(300, 'd'), false},
+        {folder.path + "\\" + std::string(300, 'd'), false},
         {"", false},
         {"kivlog_relative", false},  // would land in the working folder
     };
@@ -130,7 +123,7 @@ TEST(LogWinFolder, ExpandedAndMadeOrElseLoggingIsOff) {
         w.log.Close();
         EXPECT_EQ(w.log.OutputMode(), c.on ? kLogToFile : kLogOff);
     }
-    EXPECT_EQ(ReadLines(folder.Path() + "\\one\\two\\three\\Env_UI.log").size(), 3u);
+    EXPECT_EQ(ReadLines(folder.path + "\\one\\two\\three\\Env_UI.log").size(), 3u);
     EXPECT_EQ(GetFileAttributesA("kivlog_relative"), INVALID_FILE_ATTRIBUTES);
     SetEnvironmentVariableA("KIV_LOG_WIN_ROOT", nullptr);
 }
@@ -173,7 +166,7 @@ TEST(LogWinProcesses, WritersInSeveralProcessesNeitherTearNorLoseLines) {
     std::vector<HANDLE> children;
     for (int id = 0; id < kChildren; ++id) {
         const std::string value =
-            folder.Path() + "|" + printer + "|" + std::to_string(id) + "|" + eventName;
+            folder.path + "|" + printer + "|" + std::to_string(id) + "|" + eventName;
         SetEnvironmentVariableA(kChildVariable, value.c_str());
         std::wstring command =
             L"\"" + std::wstring(self) + L"\" --gtest_filter=LogWinChild.* --gtest_brief=1";
@@ -199,7 +192,7 @@ TEST(LogWinProcesses, WritersInSeveralProcessesNeitherTearNorLoseLines) {
     }
     CloseHandle(start);
 
-    const Lines lines = ReadLines(folder.Path() + "\\" + printer + "_UI.log");
+    const Lines lines = ReadLines(folder.path + "\\" + printer + "_UI.log");
     const std::regex written(std::string(kStamp) + R"(\[Writer\] child (\d) line (\d+) <(.*)>)");
     ASSERT_EQ(lines.size(), 2u + kChildren * kChildLines);  // one head, by whichever came first
     std::map<int, int> next;
