@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "../tests/fake_log_platform.h"
+#include "fake_log_ports.h"
 #include "settings/device_factory.h"
 #include "settings/models/ui_device_models.h"
 

@@ -4,7 +4,7 @@
 #include <new>
 #include <stdexcept>
 
-#include "fake_log_platform.h"
+#include "fake_log_ports.h"
 #include "infra/guarded.h"
 
 namespace {

@@ -1,418 +1,251 @@
-// Tests of CLog against the in-memory platform: layout, filter, dumps, head and size limit.
+// Tests of CLog on the fake ports: layout, filter, dumps, head, size limit and the folder rule.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 #include <vector>
 
-#include "fake_log_platform.h"
+#include "fake_log_ports.h"
 #include "infra/log.h"
+#include "infra/windows_path.h"
 
 namespace {
 
 using Lines = std::vector<std::string>;
 
-const char kHead[] = "[P0A1C/T0B20][2026/03/05 14:07:09:042]";
+const std::string kHead = "[P0A1C/T0B20][2026/03/05 14:07:09:042]";
+const Lines kFileHead = {
+    kHead + "[LogFileInfo] LogFileInfo(..): Dll File Path: C:\\Drivers\\x64\\3\\KivUI.dll",
+    kHead + "[LogFileInfo] LogFileInfo(..): Dll File Version: 1.2.3.4"};
 
-// A private log on its own fake, for tests that need a fresh CLog rather than TheLog().
+// A fresh CLog on its own fake, opened to a file in C:\L.
 struct LocalLog {
-    FakeLogPlatform platform;
+    FakeLogPorts fake;
     CLog log;
-    explicit LocalLog(bool fileExists = true) {
-        platform.fileExists = fileExists;
-        log.SetPlatform(&platform);
+    explicit LocalLog(uint8_t verbosity = 6, bool fileExists = true, uint32_t dumpFlags = 0) {
+        fake.fileExists = fileExists;
+        log.SetPorts(&fake.ports);
+        log.Open(u"P", "C:\\L", kLogToFile, verbosity, dumpFlags);
     }
+    Lines FileLines() const { return SplitLines(fake.file); }
 };
 
-Lines SplitLines(const std::string& text) {
-    Lines lines;
-    size_t start = 0;
-    while (start < text.size()) {
-        size_t end = text.find('\n', start);
-        if (end == std::string::npos) {
-            end = text.size();
-        }
-        lines.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return lines;
-}
-
-TEST(LogLayout, LineIsHeadCutNameAndMessageEndedByLineFeed) {
+TEST(LogLayout, LineBytesPaddingAndFunctionNameCut) {
     ScopedTestLog scoped(kLogDetail, 0, u"TRX Printer");
     TheLog().Write(kLogInfo, "IOemUI::CommonUIProp", "OEMCustomData <%s>", "TRX418A");
-
-    EXPECT_EQ(scoped.Text(),
-              "[P0A1C/T0B20][2026/03/05 14:07:09:042][CommonUIProp] OEMCustomData <TRX418A>\n");
-    EXPECT_EQ(scoped.Platform().openedPath, "C:\\Logs\\TRX Printer_UI.log");
-    EXPECT_EQ(scoped.Bodies(), Lines{"[CommonUIProp] OEMCustomData <TRX418A>"});
-    EXPECT_EQ(scoped.Messages(), Lines{"OEMCustomData <TRX418A>"});
-}
-
-TEST(LogLayout, TimeFieldsArePaddedToTheirWidths) {
-    ScopedTestLog scoped(kLogDetail);
     scoped.Platform().now = LocalTime{987, 1, 2, 3, 4, 5, 6};
-    TheLog().Write(kLogError, "A::B", "x");
-    scoped.Platform().now = LocalTime{2026, 12, 31, 23, 59, 59, 999};
-    TheLog().Write(kLogError, "A::B", "y");
+    const std::string big(20000, 'q');  // no length limit
+    TheLog().Write(kLogError, "A::B", "%d%s", 7, big.c_str());
+    EXPECT_EQ(scoped.Text(),
+              "[P0A1C/T0B20][2026/03/05 14:07:09:042][CommonUIProp] OEMCustomData <TRX418A>\n"
+              "[P0A1C/T0B20][0987/01/02 03:04:05:006][B] 7" +
+                  big + "\n");
+    EXPECT_EQ(scoped.Platform().openedPath, "C:\\Logs\\TRX Printer_UI.log");
 
-    EXPECT_EQ(scoped.Lines(), (Lines{"[P0A1C/T0B20][0987/01/02 03:04:05:006][B] x",
-                                     "[P0A1C/T0B20][2026/12/31 23:59:59:999][B] y"}));
-}
-
-TEST(LogLayout, FunctionNameCut) {
-    struct Case {
-        const char* name;
-        const char* cut;
-    };
-    const Case cases[] = {
-        {"IOemUI::CommonUIProp", "CommonUIProp"},
-        {"ConvertOEMDevmode", "onvertOEMDevmode"},
-        {"hrOEMDevMode", "rOEMDevMode"},
-        {"A::B::C", "B::C"},
-        {"::Lead", "Lead"},
-        {"Trail::", ""},
-        {"", ""},
-        {"x", ""},
-        {"xy", "y"},
-        {nullptr, ""},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name != nullptr ? c.name : "(null)");
-        EXPECT_EQ(CutFunctionName(c.name), c.cut);
-
-        ScopedTestLog scoped(kLogDetail);
-        TheLog().Write(kLogError, c.name, "m");
-        EXPECT_EQ(scoped.Bodies(), Lines{std::string("[") + c.cut + "] m"});
+    // kept-behaviour: Log function cut.
+    const char* const cases[][2] = {
+        {"ConvertOEMDevmode", "onvertOEMDevmode"}, {"A::B::C", "B::C"}, {"Trail::", ""}, {"x", ""}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c[0]);
+        EXPECT_EQ(CutFunctionName(c[0]), c[1]);
     }
-}
-
-TEST(LogLayout, LongMessageIsFormattedWhole) {
-    ScopedTestLog scoped(kLogDetail);
-    const std::string big(20000, 'q');
-    TheLog().Write(kLogDetail, "C::F", "<%s> %d <%s>", big.c_str(), 7, big.c_str());
-
-    EXPECT_EQ(scoped.Messages(), Lines{"<" + big + "> 7 <" + big + ">"});
+    EXPECT_EQ(CutFunctionName(nullptr), "");
 }
 
 TEST(LogFilter, LevelModeAndVerbosity) {
     struct Case {
-        uint8_t mode;
-        uint8_t verbosity;
+        uint8_t mode, verbosity;
         int level;
         bool written;
     };
     const Case cases[] = {
-        {kLogToFile, 6, kLogError, true},      {kLogToFile, 6, kLogWarning, true},
-        {kLogToFile, 6, kLogInfo, true},       {kLogToFile, 6, kLogTrace, false},
-        {kLogToFile, 6, kLogDetail, true},     {kLogToFile, 6, kLogDump, false},
-        {kLogToFile, 7, kLogTrace, false},     {kLogToFile, 7, kLogDump, true},
-        {kLogToFile, 255, kLogTrace, false},   {kLogToFile, 3, kLogInfo, false},
-        {kLogToFile, 3, kLogWarning, true},    {kLogToFile, 3, kLogError, true},
-        {kLogToFile, 0, kLogError, false},     {kLogOff, 6, kLogError, false},
-        {kLogToDebugger, 2, kLogError, true},  {kLogToDebugger, 2, kLogWarning, false},
-        {kLogToDebugger, 6, kLogTrace, false},
+        {kLogToFile, 6, kLogDetail, true},   {kLogToFile, 6, kLogDump, false},
+        {kLogToFile, 255, kLogTrace, false}, {kLogToFile, 3, kLogInfo, false},
+        {kLogToFile, 3, kLogError, true},    {kLogToFile, 0, kLogError, false},
+        {kLogOff, 6, kLogError, false},      {kLogToDebugger, 2, kLogWarning, false},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << "mode " << int(c.mode) << " verbosity "
-                                        << int(c.verbosity) << " level " << c.level);
+        SCOPED_TRACE(testing::Message()
+                     << int(c.mode) << "/" << int(c.verbosity) << "/" << c.level);
         LocalLog local;
-        local.log.Open(u"P", "C:\\Logs", c.mode, c.verbosity, 0);
-        EXPECT_EQ(local.log.Enabled(c.level), c.written);
+        local.log.Open(u"P", "C:\\L", c.mode, c.verbosity, 0);
         local.log.Write(c.level, "C::F", "line");
-        const bool anything = !local.platform.file.empty() || !local.platform.debugOutput.empty();
-        EXPECT_EQ(anything, c.written);
-        EXPECT_EQ(local.log.LineCounter(), c.written ? 1u : 0u);
+        EXPECT_EQ(!local.fake.file.empty() || !local.fake.debugOutput.empty(), c.written);
     }
-}
-
-TEST(LogFilter, TraceScopeWritesNothingAtAnyVerbosity) {
+    // Every interface method traces; level 5 is never written.
     ScopedTestLog scoped(255, 1);
-    {
-        TraceScope trace("IOemUI::GetInfo");
-        trace.Return(5);
-    }
-    EXPECT_EQ(scoped.Text(), "");
-    EXPECT_EQ(TheLog().LineCounter(), 0u);
-}
-
-TEST(LogFilter, DisableStopsWritingAndResetsState) {
-    ScopedTestLog scoped(kLogDetail);
-    TheLog().Write(kLogError, "C::F", "before");
+    TraceScope("IOemUI::GetInfo").Return(5);
     TheLog().Disable();
     TheLog().Write(kLogError, "C::F", "after");
-
-    EXPECT_EQ(scoped.Messages(), Lines{"before"});
-    EXPECT_EQ(TheLog().OutputMode(), kLogOff);
-    EXPECT_EQ(TheLog().Verbosity(), 0);
-    EXPECT_EQ(TheLog().LineCounter(), 0u);
-    EXPECT_FALSE(scoped.Platform().fileOpen);
+    EXPECT_EQ(scoped.Text(), "");
 }
 
-TEST(LogEmit, EachLineTakesAndReleasesThePrintersMutex) {
+TEST(LogEmit, EachLineHoldsThePrintersMutexAndDebuggerModeWritesNoFile) {
     ScopedTestLog scoped(kLogDetail, 0, u"Kiosk 1");
     scoped.Platform().calls.clear();
     TheLog().Write(kLogError, "C::F", "one");
     TheLog().Write(kLogError, "C::F", "two");
-
     EXPECT_EQ(scoped.Platform().calls, (Lines{"Lock Global\\M_LOG_Kiosk 1", "Open", "Unlock",
                                               "Lock Global\\M_LOG_Kiosk 1", "Unlock"}));
-    EXPECT_EQ(scoped.Platform().lockDepth, 0);
-}
 
-TEST(LogEmit, DebuggerModeSendsLineThenLineFeed) {
     LocalLog local;
+    local.fake.folderRequests.clear();
     local.log.Open(u"P", "%TEMP%\\never", kLogToDebugger, 6, 1);
     local.log.Write(kLogWarning, "IOemUI::DevMode", "Mode <%d>", 3);
-    local.log.Dump(kLogInfo, "C::F", "T", "ab", 2);
-
-    const std::string line = std::string(kHead) + "[DevMode] Mode <3>";
-    const std::string dump =
-        std::string(kHead) + "[F] T\n0000: 61 62" + std::string(14 * 3, ' ') + " ab\n";
-    EXPECT_EQ(local.platform.debugOutput, (Lines{line, "\n", dump, "\n"}));
-    EXPECT_TRUE(local.platform.preparedFolders.empty());
-    EXPECT_EQ(local.platform.file, "");
-    EXPECT_EQ(local.platform.openedPath, "");
+    EXPECT_EQ(local.fake.debugOutput, (Lines{kHead + "[DevMode] Mode <3>", "\n"}));
+    EXPECT_TRUE(local.fake.folderRequests.empty());
+    EXPECT_EQ(local.fake.openedPath, "");
 }
 
-TEST(LogOpen, FolderThatCannotBeMadeTurnsLoggingOffSilently) {
-    LocalLog local;
-    local.platform.folderUsable = false;
-    local.log.Open(u"P", "Z:\\nowhere", kLogToFile, 6, 1);
-
-    EXPECT_EQ(local.platform.preparedFolders, Lines{"Z:\\nowhere"});
-    EXPECT_EQ(local.log.OutputMode(), kLogOff);
-    EXPECT_EQ(local.log.Verbosity(), 0);
-    local.log.Write(kLogError, "C::F", "lost");
-    local.log.Dump(kLogError, "C::F", "T", "x", 1);
-    EXPECT_EQ(local.platform.file, "");
-    EXPECT_EQ(local.platform.openedPath, "");
-}
-
-TEST(LogOpen, PathUsesTheExpandedFolderAndReopeningClosesFirst) {
-    LocalLog local;
-    local.platform.expandTo = "C:\\Users\\me\\AppData\\Local\\Temp";
-    local.log.Open(u"First", "%TEMP%", kLogToFile, 6, 0);
-    local.log.Write(kLogError, "C::F", "a");
-    EXPECT_EQ(local.log.FilePath(), "C:\\Users\\me\\AppData\\Local\\Temp\\First_UI.log");
-    EXPECT_EQ(local.platform.openedPath, local.log.FilePath());
-
-    local.platform.calls.clear();
-    local.platform.expandTo.clear();
-    local.log.Open(u"Second\u00e9", "D:\\L", kLogToFile, 6, 0);
-    EXPECT_EQ(local.platform.calls, (Lines{"CloseFile", "CloseMutex"}));
-    EXPECT_EQ(local.log.LineCounter(), 0u);
-    local.log.Write(kLogError, "C::F", "b");
-    EXPECT_EQ(local.platform.openedPath, "D:\\L\\Second?_UI.log");
-    EXPECT_EQ(local.platform.calls.at(2), "Lock Global\\M_LOG_Second?");
-}
-
-TEST(LogOpen, UnopenableFileDropsTheLineAndIsRetried) {
-    LocalLog local;
-    local.log.Open(u"P", "C:\\L", kLogToFile, 6, 0);
-    local.platform.openFails = true;
-    local.log.Write(kLogError, "C::F", "dropped");
-    local.platform.openFails = false;
-    local.log.Write(kLogError, "C::F", "kept");
-
-    EXPECT_EQ(SplitLines(local.platform.file), Lines{std::string(kHead) + "[F] kept"});
-    EXPECT_EQ(local.platform.lockDepth, 0);
-}
-
-TEST(LogOpen, NullPlatformWritesNothingAndDoesNotCrash) {
-    CLog log;
-    log.Open(u"P", "C:\\L", kLogToFile, 6, 1);
-    EXPECT_FALSE(log.Enabled(kLogError));
-    log.Write(kLogError, "C::F", "x");
-    log.Dump(kLogError, "C::F", "T", "x", 1);
-    log.LogFileInfo();
-    log.Close();
-    log.Disable();
-    EXPECT_EQ(log.LineCounter(), 0u);
-}
-
-TEST(LogHead, NewFileGetsModuleLinesThenExtensionOnce) {
-    struct Case {
-        bool fileExists;
-        uint8_t verbosity;
-        Lines expected;
+TEST(LogFolder, AbsoluteWindowsPaths) {
+    const std::pair<const char*, bool> cases[] = {
+        {"C:\\Logs", true},     {"z:/logs", true},  {"\\\\srv\\share", true},
+        {"C:", false},          {"C:Logs", false},  {"\\Logs", false},
+        {"Logs", false},        {"\\\\srv", false}, {"\\\\srv\\", false},
+        {"\\\\\\share", false}, {"", false},        {"1:\\x", false},
     };
-    const std::string h = kHead;
+    for (const auto& [path, absolute] : cases) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(IsAbsoluteWindowsPath(path), absolute);
+    }
+}
+
+TEST(LogFolder, ExpandedFolderMustBeAbsoluteAndUsable) {
+    struct Case {
+        const char* folder;
+        std::string temp;  // %TEMP%
+        bool usable;       // Exists answers this
+        const char* path;  // the log file; null: logging off
+    };
     const Case cases[] = {
-        {false,
-         6,
-         {h + "[LogFileInfo] LogFileInfo(..): Dll File Path: C:\\Drivers\\x64\\3\\KivUI.dll",
-          h + "[LogFileInfo] LogFileInfo(..): Dll File Version: 1.2.3.4", h + "[Report] os line",
-          h + "[F] first", h + "[F] second"}},
-        {true, 6, {h + "[F] first", h + "[F] second"}},
-        // The head goes through the level filter like any other line.
-        {false, 3, {h + "[F] first", h + "[F] second"}},
+        {"%TEMP%\\kiv", "C:\\Temp", true, "C:\\Temp\\kiv\\P\xe9_UI.log"},
+        {"Z:\\nowhere", "", false, nullptr},
+        // The working folder of the spooler is the system folder: never write there.
+        {"Logs", "", true, nullptr},
+        {"%TEMP%", "", true, nullptr},
+        {"%TEMP%\\kiv", "C:\\" + std::string(260, 't'), true, nullptr},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message()
-                     << "exists " << c.fileExists << " verbosity " << int(c.verbosity));
-        LocalLog local(c.fileExists);
+        SCOPED_TRACE(c.folder);
+        LocalLog local;
+        local.fake.environment = {{"TEMP", c.temp}};
+        local.fake.folderUsable = c.usable;
+        local.log.Open(u"P\u00e9", c.folder, kLogToFile, 6, 1);
+        local.log.Write(kLogError, "C::F", "x");
+        EXPECT_EQ(local.log.OutputMode(), c.path != nullptr ? kLogToFile : kLogOff);
+        EXPECT_EQ(local.fake.openedPath, c.path != nullptr ? c.path : "");
+    }
+}
+
+TEST(LogOpen, ReopeningClosesFirstAndAnUnopenableFileIsRetried) {
+    LocalLog local;
+    local.fake.calls.clear();
+    local.log.Open(u"Second", "D:\\L", kLogToFile, 6, 0);
+    EXPECT_EQ(local.fake.calls, (Lines{"CloseMutex"}));
+    local.fake.openFails = true;
+    local.log.Write(kLogError, "C::F", "dropped");
+    local.fake.openFails = false;
+    local.log.Write(kLogError, "C::F", "kept");
+    EXPECT_EQ(local.FileLines(), Lines{kHead + "[F] kept"});
+    EXPECT_EQ(local.fake.openedPath, "D:\\L\\Second_UI.log");
+    EXPECT_EQ(local.fake.lockDepth, 0);
+
+    CLog portless;
+    portless.Open(u"P", "C:\\L", kLogToFile, 6, 1);
+    portless.Write(kLogError, "C::F", "x");
+    EXPECT_FALSE(portless.Enabled(kLogError));
+}
+
+TEST(LogHead, NewFileGetsModuleLinesThenExtensionUnderTheFilter) {
+    for (const uint8_t verbosity : {6, 3}) {
+        SCOPED_TRACE(int(verbosity));
+        LocalLog local(verbosity, false);
         int extensionCalls = 0;
         local.log.SetHeadExtension([&extensionCalls](CLog& log) {
             ++extensionCalls;
             log.Write(kLogInfo, "Os::Report", "os line");
         });
-        local.log.Open(u"P", "C:\\L", kLogToFile, c.verbosity, 0);
         local.log.Write(kLogError, "C::F", "first");
         local.log.Write(kLogError, "C::F", "second");
-
-        EXPECT_EQ(SplitLines(local.platform.file), c.expected);
-        EXPECT_EQ(extensionCalls, c.fileExists ? 0 : 1);
-        EXPECT_EQ(local.platform.lockDepth, 0);
-        EXPECT_LE(local.platform.maxLockDepth, 2);
+        Lines expected = verbosity == 6 ? kFileHead : Lines{};
+        if (verbosity == 6)
+            expected.push_back(kHead + "[Report] os line");
+        expected.insert(expected.end(), {kHead + "[F] first", kHead + "[F] second"});
+        EXPECT_EQ(local.FileLines(), expected);
+        EXPECT_EQ(extensionCalls, 1);
+        EXPECT_EQ(local.fake.maxLockDepth, verbosity == 6 ? 2 : 1);
     }
 }
 
-TEST(LogSize, OversizedFileIsResetOnlyAtTheTwentiethLine) {
-    LocalLog local;
-    local.platform.file.assign(kLogSizeLimit + 1, 'x');
-    local.log.Open(u"P", "C:\\L", kLogToFile, 6, 0);
-    for (int i = 1; i <= 19; ++i) {
-        local.log.Write(kLogError, "C::F", "line %d", i);
+TEST(LogSize, FilePastTheLimitIsBegunAnewAtTheTwentiethLineOnly) {
+    struct Case {
+        size_t startSize;
+        bool deleteFails;
+        int resetAt;  // 0: never within 40 lines
+    };
+    const size_t lineSize = kHead.size() + std::string("[F] line 10\n").size();
+    const Case cases[] = {
+        {kLogSizeLimit + 1, false, 20},
+        // Exactly at the limit at line 20 (nine short lines, ten long): only over it counts.
+        {kLogSizeLimit - 19 * lineSize + 9, false, 40},
+        {kLogSizeLimit + 1, true, 20},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.startSize << " " << c.deleteFails);
+        LocalLog local;
+        local.fake.file.assign(c.startSize, 'x');
+        local.fake.deleteFails = c.deleteFails;
+        for (int i = 1; i < c.resetAt; ++i)
+            local.log.Write(kLogError, "C::F", "line %d", i);
+        EXPECT_EQ(std::count(local.fake.calls.begin(), local.fake.calls.end(), "Delete"), 0);
+        local.log.Write(kLogError, "C::F", "line %d", c.resetAt);
+        if (c.deleteFails) {
+            // The line is dropped and the file left closed; the next line reopens it, headless.
+            EXPECT_FALSE(local.fake.fileOpen);
+            local.log.Write(kLogError, "C::F", "next");
+            EXPECT_EQ(local.fake.file.substr(local.fake.file.size() - 9), "[F] next\n");
+            continue;
+        }
+        Lines expected = kFileHead;
+        expected.push_back(kHead + "[F] line " + std::to_string(c.resetAt));
+        EXPECT_EQ(local.FileLines(), expected);
+        EXPECT_EQ(local.log.LineCounter(), 2u);  // restarted, then counted the head
     }
-    EXPECT_GT(local.platform.file.size(), kLogSizeLimit + 19 * 40);
-    EXPECT_EQ(local.platform.file.rfind("[F] line 19\n"), local.platform.file.size() - 12);
-
-    local.log.Write(kLogError, "C::F", "line %d", 20);
-    const std::string h = kHead;
-    EXPECT_EQ(
-        SplitLines(local.platform.file),
-        (Lines{h + "[LogFileInfo] LogFileInfo(..): Dll File Path: C:\\Drivers\\x64\\3\\KivUI.dll",
-               h + "[LogFileInfo] LogFileInfo(..): Dll File Version: 1.2.3.4", h + "[F] line 20"}));
-    // The counter restarted at the reset and counted the two head lines.
-    EXPECT_EQ(local.log.LineCounter(), 2u);
-    EXPECT_EQ(local.platform.lockDepth, 0);
-}
-
-TEST(LogSize, FileMustExceedTheLimitToBeReset) {
-    // Sized so that the check at line 20 finds exactly the limit, and the one at line 40 more.
-    size_t written = 0;
-    for (int i = 1; i <= 19; ++i) {
-        written += std::string(kHead).size() + ("[F] line " + std::to_string(i)).size() + 1;
-    }
-    LocalLog local;
-    local.platform.file.assign(kLogSizeLimit - written, 'x');
-    local.log.Open(u"P", "C:\\L", kLogToFile, 6, 0);
-    for (int i = 1; i <= 39; ++i) {
-        local.log.Write(kLogError, "C::F", "line %d", i);
-    }
-    EXPECT_EQ(local.platform.file.substr(0, 5), "xxxxx");
-    EXPECT_EQ(std::count(local.platform.calls.begin(), local.platform.calls.end(), "Delete"), 0);
-
-    local.log.Write(kLogError, "C::F", "line %d", 40);
-    EXPECT_EQ(std::count(local.platform.calls.begin(), local.platform.calls.end(), "Delete"), 1);
-    EXPECT_EQ(SplitLines(local.platform.file).size(), 3u);
-}
-
-TEST(LogSize, FailedDeletionDropsTheLineAndLeavesTheFileClosed) {
-    LocalLog local;
-    local.platform.file.assign(kLogSizeLimit + 1, 'x');
-    local.platform.deleteFails = true;
-    local.log.Open(u"P", "C:\\L", kLogToFile, 6, 0);
-    for (int i = 1; i <= 20; ++i) {
-        local.log.Write(kLogError, "C::F", "line %d", i);
-    }
-    EXPECT_FALSE(local.platform.fileOpen);
-    EXPECT_EQ(local.platform.file.find("line 20"), std::string::npos);
-
-    local.log.Write(kLogError, "C::F", "line %d", 21);
-    EXPECT_TRUE(local.platform.fileOpen);
-    EXPECT_EQ(local.platform.file.substr(local.platform.file.size() - 12), "[F] line 21\n");
-    EXPECT_EQ(local.platform.file.find("LogFileInfo"), std::string::npos);
 }
 
 TEST(LogSize, FileDeletedByAnotherWriterIsReopenedByName) {
     LocalLog local;
-    local.log.Open(u"P", "C:\\L", kLogToFile, 6, 0);
     local.log.Write(kLogError, "C::F", "before");
-    // Another process reset the log: this handle now points at a file without a name.
-    local.platform.deletedUnderneath = true;
+    local.fake.deletedUnderneath = true;
     local.log.Write(kLogError, "C::F", "after");
-
-    const std::string h = kHead;
-    EXPECT_EQ(
-        SplitLines(local.platform.file),
-        (Lines{h + "[LogFileInfo] LogFileInfo(..): Dll File Path: "
-                   "C:\\Drivers\\x64\\3\\KivUI.dll",
-               h + "[LogFileInfo] LogFileInfo(..): Dll File Version: 1.2.3.4", h + "[F] after"}));
-    EXPECT_EQ(std::count(local.platform.calls.begin(), local.platform.calls.end(), "Open"), 2);
+    Lines expected = kFileHead;
+    expected.push_back(kHead + "[F] after");
+    EXPECT_EQ(local.FileLines(), expected);
 }
 
-TEST(LogDump, RowsOffsetsHexAndMaskedCharacters) {
-    ScopedTestLog scoped(kLogDump, 1);
-    std::vector<uint8_t> data;
-    const char text[] = "Hello, %d world!";  // 16 bytes: the '%' must not survive
-    data.assign(text, text + 16);
-    const uint8_t tail[] = {0x00, 0x1F, 0x20, 0x7E, 0x7F, 0x80, 0xFF, 0x25, 'z'};
-    data.insert(data.end(), tail, tail + sizeof tail);
-    TheLog().Dump(kLogDump, "Transfer::FillOEMDEVWithDeviceValues", "OEMDEV out", data.data(),
-                  data.size());
+TEST(LogDump, RowsOffsetsHexMaskedCharactersAndCut) {
+    LocalLog local(7, true, 1);
+    const std::string data =
+        std::string("Hello, %d world!") + std::string("\0\x1F ~\x7F\x80\xFF%z", 9);
+    local.log.Dump(kLogDump, "Transfer::FillOEMDEVWithDeviceValues", "OEMDEV out", data.data(),
+                   data.size());
+    EXPECT_EQ(local.fake.file,
+              kHead + "[FillOEMDEVWithDeviceValues] OEMDEV out\n" +
+                  "0000: 48 65 6C 6C 6F 2C 20 25 64 20 77 6F 72 6C 64 21 Hello, .d world!\n" +
+                  "0010: 00 1F 20 7E 7F 80 FF 25 7A" + std::string(7 * 3, ' ') + " .. ~....z\n\n");
 
-    const std::string expected =
-        std::string(kHead) + "[FillOEMDEVWithDeviceValues] OEMDEV out\n" +
-        "0000: 48 65 6C 6C 6F 2C 20 25 64 20 77 6F 72 6C 64 21 Hello, .d world!\n" +
-        "0010: 00 1F 20 7E 7F 80 FF 25 7A" + std::string(7 * 3, ' ') + " .. ~....z\n" + "\n";
-    EXPECT_EQ(scoped.Text(), expected);
-}
+    const std::vector<uint8_t> big(CLog::kDumpCut + 1, 0xA5);
+    local.fake.file.clear();
+    local.log.Dump(kLogDump, "C::F", "T", big.data(), big.size());
+    const Lines lines = local.FileLines();
+    ASSERT_EQ(lines.size(), 1 + CLog::kDumpCut / 16 + 1);
+    EXPECT_EQ(lines[lines.size() - 2].substr(0, 5), "0FF0:");
+    EXPECT_EQ(lines.back(), " ...");
 
-TEST(LogDump, GatesAndCut) {
-    struct Case {
-        uint32_t dumpFlags;
-        uint8_t verbosity;
-        size_t size;
-        size_t rows;  // 0: nothing written
-        bool cut;
-    };
-    const Case cases[] = {
-        {1, 7, 16, 1, false},
-        {1, 7, 17, 2, false},
-        {0, 7, 16, 0, false},
-        {2, 7, 16, 0, false},
-        {1, 6, 16, 0, false},
-        {3, 7, 3329, 209, false},
-        {1, 7, CLog::kDumpCut, 256, false},
-        {1, 7, CLog::kDumpCut + 1, 256, true},
-        {1, 7, 0, 0, false},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << "flags " << c.dumpFlags << " verbosity "
-                                        << int(c.verbosity) << " size " << c.size);
-        LocalLog local;
-        local.log.Open(u"P", "C:\\L", kLogToFile, c.verbosity, c.dumpFlags);
-        const std::vector<uint8_t> data(c.size, 0xA5);
-        local.log.Dump(kLogDump, "C::F", "T", data.data(), data.size());
-        const Lines lines = SplitLines(local.platform.file);
-        if (c.rows == 0 && c.size != 0) {
-            EXPECT_TRUE(lines.empty());
-            continue;
-        }
-        if (c.size == 0) {
-            EXPECT_EQ(local.platform.file, std::string(kHead) + "[F] T\n\n");
-            continue;
-        }
-        ASSERT_EQ(lines.size(), 1 + c.rows + 1);
-        EXPECT_EQ(lines[c.rows].substr(0, 5), ([&] {
-                      char offset[8];
-                      std::snprintf(offset, sizeof offset, "%04X:", unsigned((c.rows - 1) * 16));
-                      return std::string(offset);
-                  }()));
-        EXPECT_EQ(lines.back(), c.cut ? " ..." : "");
-        EXPECT_EQ(local.platform.maxLockDepth, 1);
-        EXPECT_EQ(local.log.LineCounter(), 1u);
-    }
-}
-
-TEST(LogDump, NullDataDumpsNothingButTheTitle) {
-    LocalLog local;
-    local.log.Open(u"P", "C:\\L", kLogToFile, 7, 1);
-    local.log.Dump(kLogDump, "C::F", nullptr, nullptr, 64);
-    EXPECT_EQ(local.platform.file, std::string(kHead) + "[F] \n\n");
+    // The dump needs flag bit 0 as well as the level.
+    LocalLog unflagged(7, true, 2);
+    unflagged.log.Dump(kLogDump, "C::F", "T", big.data(), 16);
+    EXPECT_EQ(unflagged.fake.file, "");
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 #include "entry/devmode.h"
 #include "entry/record_repair.h"
-#include "fake_log_platform.h"
+#include "fake_log_ports.h"
 #include "pages/print_rules.h"
 #include "settings/device_factory.h"
 #include "settings/setting_enums.h"

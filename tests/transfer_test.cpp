@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "fake_log_platform.h"
+#include "fake_log_ports.h"
 #include "settings/device_factory.h"
 #include "settings/setting_enums.h"
 #include "settings/ui_device_common.h"

@@ -6,7 +6,7 @@
 #include "entry/record_repair.h"
 #include "infra/guarded.h"
 #include "infra/log.h"
-#include "infra/registry_win.h"
+#include "ports/platform_win.h"
 #include "settings/device_factory.h"
 #include "settings/ui_device_common.h"
 #include "win/text_win.h"
@@ -70,9 +70,9 @@ void IOemUI::PrepareDocumentPass(POEMCUIPPARAM param) {
         s.paperLengthDots = PaperDots(s.paperLength, s.yResolution);
     }
 
-    RegistryWin registry;
-    ReadConfiguration(registry, s.printerNameWide, s.config);
-    WriteConfiguration(registry, s.printerNameWide, s.config, 0);
+    const Platform& platform = WinPlatform();
+    ReadConfiguration(*platform.currentUser, *platform.log.text, s.printerNameWide, s.config);
+    WriteConfiguration(*platform.currentUser, *platform.log.text, s.printerNameWide, s.config, 0);
 
     if (s.config.logVerbosity != 0) {
         TheLog().Open(s.printerNameWide, s.config.logFolder, kLogToFile,

@@ -6,7 +6,7 @@
 #include "entry/intrface_win.h"
 #include "infra/guarded.h"
 #include "infra/log.h"
-#include "infra/log_platform_win.h"
+#include "ports/platform_win.h"
 
 namespace {
 
@@ -121,7 +121,7 @@ namespace {
 
 HRESULT GetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
     // The log's Win32 side is installed here rather than in DllMain, which must stay minimal.
-    InstallWinLogPlatform(g_hModule);
+    InstallWinPlatform(g_hModule);
     TraceScope trace("DllGetClassObject");
     if (ppv == nullptr)
         return trace.Return(E_POINTER);

@@ -8,7 +8,7 @@
 #include "entry/property_page_entry_win.h"
 #include "infra/guarded.h"
 #include "infra/log.h"
-#include "infra/log_platform_win.h"
+#include "ports/platform_win.h"
 #include "settings/ui_device_common.h"
 
 namespace {
@@ -50,7 +50,7 @@ size_t ReadableRecordBytes(const void* record) {
 }  // namespace
 
 IOemUI::IOemUI() {
-    InstallWinLogPlatform(KivModuleHandle());
+    InstallWinPlatform(KivModuleHandle());
 }
 
 IOemUI::~IOemUI() {

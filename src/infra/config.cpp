@@ -80,41 +80,11 @@ bool ReadRegistryString(RegistryHive& hive, const std::u16string& subkey,
     return true;
 }
 
-bool ReadRegistryMultiString(RegistryHive& hive, const std::u16string& subkey,
-                             const std::u16string& name, std::vector<std::u16string>* values,
-                             size_t maxChars) {
-    RegistryValue raw;
-    if (values == nullptr ||
-        hive.Query(subkey, name, maxChars * sizeof(char16_t), raw) != RegistryStatus::kOk ||
-        raw.type != kRegMultiSz) {
-        return false;
-    }
-    values->clear();
-    // Strings separated by one NUL, the list ended by an empty one; a list cut short without
-    // its final terminators still yields the strings it holds.
-    std::u16string current;
-    const size_t count = raw.data.size() / 2;
-    for (size_t i = 0; i < count; ++i) {
-        const char16_t c = static_cast<char16_t>(raw.data[2 * i] | (raw.data[2 * i + 1] << 8));
-        if (c != 0) {
-            current.push_back(c);
-        } else if (current.empty()) {
-            return true;
-        } else {
-            values->push_back(current);
-            current.clear();
-        }
-    }
-    if (!current.empty())
-        values->push_back(current);
-    return true;
-}
-
 std::u16string ConfigurationKey(const std::u16string& printerName) {
     return std::u16string(kConfigRootKey) + u"\\" + printerName;
 }
 
-void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
+void ReadConfiguration(RegistryHive& hive, TextCodec& text, const std::u16string& printerName,
                        Configuration& config) {
     const std::u16string key = ConfigurationKey(printerName);
     for (const ConfigValueRule& rule : kConfigTable) {
@@ -123,7 +93,7 @@ void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
         if (rule.kind == ValueKind::kText) {
             std::u16string wide;
             if (ReadRegistryString(hive, key, rule.name, &wide) && !wide.empty()) {
-                config.*rule.text = hive.Narrow(wide);
+                config.*rule.text = text.Narrow(wide);
             } else {
                 config.*rule.text = rule.defaultText;
             }
@@ -138,7 +108,7 @@ void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
     }
 }
 
-void WriteConfiguration(RegistryHive& hive, const std::u16string& printerName,
+void WriteConfiguration(RegistryHive& hive, TextCodec& text, const std::u16string& printerName,
                         const Configuration& config, int alsoLanguageMonitor) {
     const std::u16string key = ConfigurationKey(printerName);
     for (const ConfigValueRule& rule : kConfigTable) {
@@ -146,7 +116,7 @@ void WriteConfiguration(RegistryHive& hive, const std::u16string& printerName,
             continue;
         // A failed write is skipped: the next opening reads the default again.
         if (rule.kind == ValueKind::kText) {
-            hive.SetString(key, rule.name, hive.Widen(config.*rule.text));
+            hive.SetString(key, rule.name, text.Widen(config.*rule.text));
         } else {
             hive.SetDword(key, rule.name, config.*rule.number);
         }

@@ -1,5 +1,4 @@
-// The per-printer configuration: its record, the registry port it is read through, and the value
-// rules.
+// The per-printer configuration: its record and the value rules of registry reads.
 #pragma once
 
 #include <cstddef>
@@ -7,44 +6,8 @@
 #include <string>
 #include <vector>
 
-// Registry value types as the registry stores them.
-enum RegistryValueType : uint32_t {
-    kRegNone = 0,
-    kRegSz = 1,
-    kRegExpandSz = 2,
-    kRegBinary = 3,
-    kRegDword = 4,
-    kRegMultiSz = 7,
-};
-
-enum class RegistryStatus {
-    kOk,
-    kMissing,   // no key or no value (or any other failure to read)
-    kMoreData,  // the value is longer than the buffer the reader offered
-};
-
-struct RegistryValue {
-    uint32_t type = kRegNone;
-    std::vector<uint8_t> data;
-};
-
-// One registry hive as the configuration sees it. The DLL binds it to HKEY_CURRENT_USER in the
-// 64-bit view (registry_win.h); tests use an in-memory hive.
-class RegistryHive {
-  public:
-    virtual ~RegistryHive() = default;
-    // Reads a value of at most `maxBytes` bytes; a longer one gives kMoreData and no data.
-    virtual RegistryStatus Query(const std::u16string& subkey, const std::u16string& name,
-                                 size_t maxBytes, RegistryValue& out) = 0;
-    // Each write opens the key, creating it when missing; false when that fails.
-    virtual bool SetDword(const std::u16string& subkey, const std::u16string& name,
-                          uint32_t value) = 0;
-    virtual bool SetString(const std::u16string& subkey, const std::u16string& name,
-                           const std::u16string& value) = 0;
-    // The 8-bit text the plug-in keeps folders in (the ANSI code page on Windows).
-    virtual std::string Narrow(const std::u16string& wide) = 0;
-    virtual std::u16string Widen(const std::string& narrow) = 0;
-};
+#include "ports/registry_hive.h"
+#include "ports/text_codec.h"
 
 // The read buffer for string values, in wide characters (terminator included); a longer value
 // counts as absent.
@@ -52,16 +15,12 @@ inline constexpr size_t kRegistryStringChars = 512;
 
 // The value rules every reader shares: a DWORD must be of type REG_DWORD and four bytes long; a
 // string must be REG_SZ and fit the buffer with its terminator, and ends at its first NUL (or at
-// the data's end);
-// a multi-string must be REG_MULTI_SZ and fit `maxChars`. Anything else counts as absent.
+// the data's end). Anything else counts as absent.
 bool ReadRegistryDword(RegistryHive& hive, const std::u16string& subkey, const std::u16string& name,
                        uint32_t* value);
 bool ReadRegistryString(RegistryHive& hive, const std::u16string& subkey,
                         const std::u16string& name, std::u16string* value,
                         size_t maxChars = kRegistryStringChars);
-bool ReadRegistryMultiString(RegistryHive& hive, const std::u16string& subkey,
-                             const std::u16string& name, std::vector<std::u16string>* values,
-                             size_t maxChars = 4 * kRegistryStringChars);
 
 // Splits the bytes of a wide string value into its text (up to the first NUL).
 std::u16string WideTextFromBytes(const std::vector<uint8_t>& data);
@@ -82,11 +41,12 @@ struct Configuration {
 // "Software\Orvane\Kiv\<printer name>".
 std::u16string ConfigurationKey(const std::u16string& printerName);
 
-// Fills every value from the printer's key, each falling back to its own default.
-void ReadConfiguration(RegistryHive& hive, const std::u16string& printerName,
+// Fills every value from the printer's key, each falling back to its own default. Folders are
+// kept as 8-bit text, converted with `text`.
+void ReadConfiguration(RegistryHive& hive, TextCodec& text, const std::u16string& printerName,
                        Configuration& config);
 // Writes the record back, "LogVerbosity_LM" (with the plug-in's verbosity) only when
 // `alsoLanguageMonitor` is non-zero. A value whose key can be neither opened nor created is
 // skipped.
-void WriteConfiguration(RegistryHive& hive, const std::u16string& printerName,
+void WriteConfiguration(RegistryHive& hive, TextCodec& text, const std::u16string& printerName,
                         const Configuration& config, int alsoLanguageMonitor);

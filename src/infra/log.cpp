@@ -3,6 +3,8 @@
 
 #include <cstdio>
 
+#include "infra/windows_path.h"
+
 namespace {
 
 // Formats with a sizing pass first, so a message has no length limit.
@@ -52,8 +54,8 @@ std::string CutFunctionName(const char* functionName) {
     }
     const std::string name(functionName);
     const size_t scope = name.find("::");
-    // The line layout keeps the original arithmetic: "not found" plus two wraps round to 1, so a
-    // name without a scope loses its first character.
+    // kept-behaviour: Log function cut. "Not found" plus two wraps round to 1, so a name without
+    // a scope loses its first character.
     const size_t start = scope == std::string::npos ? 1 : scope + 2;
     return start < name.size() ? name.substr(start) : std::string();
 }
@@ -66,18 +68,18 @@ void CLog::Open(const std::u16string& printerName, const std::string& folder, ui
     verbosity_ = verbosity;
     dumpFlags_ = dumpFlags;
     lineCounter_ = 0;
-    if (platform_ == nullptr) {
+    if (ports_ == nullptr) {
         outputMode_ = kLogOff;
         verbosity_ = 0;
         return;
     }
     if (outputMode == kLogToFile) {
-        std::string expanded = folder;
-        if (!platform_->PrepareFolder(expanded)) {
+        std::string expanded;
+        if (!UseFolder(folder, &expanded)) {
             outputMode_ = kLogOff;
             verbosity_ = 0;
         } else {
-            filePath_ = expanded + "\\" + platform_->Narrow(printerName) + "_UI.log";
+            filePath_ = expanded + "\\" + ports_->text->Narrow(printerName) + "_UI.log";
         }
     }
     // The name was formatted into 1024 wide characters, terminator included.
@@ -87,10 +89,24 @@ void CLog::Open(const std::u16string& printerName, const std::string& folder, ui
     }
 }
 
+// A folder that is relative, or empty, after expansion would put the log in the working folder of
+// whatever process loaded the plug-in (the system folder in the spooler): it counts as unusable.
+bool CLog::UseFolder(const std::string& folder, std::string* expanded) {
+    Folders& folders = *ports_->folders;
+    if (!folders.Expand(folder, kLogFolderMaxChars, expanded) ||
+        !IsAbsoluteWindowsPath(*expanded)) {
+        return false;
+    }
+    if (!folders.Exists(*expanded)) {
+        folders.Create(*expanded);
+    }
+    return folders.Exists(*expanded);
+}
+
 void CLog::Close() {
-    if (platform_ != nullptr) {
-        platform_->CloseFile();
-        platform_->CloseMutex();
+    if (ports_ != nullptr) {
+        ports_->file->Close();
+        ports_->file->CloseMutex();
     }
     lineCounter_ = 0;
 }
@@ -103,7 +119,7 @@ void CLog::Disable() {
 }
 
 void CLog::Write(int level, const char* functionName, const char* format, ...) {
-    if (!Enabled(level) || platform_ == nullptr) {
+    if (!Enabled(level) || ports_ == nullptr) {
         return;
     }
     va_list args;
@@ -113,7 +129,7 @@ void CLog::Write(int level, const char* functionName, const char* format, ...) {
 }
 
 void CLog::WriteV(int level, const char* functionName, const char* format, va_list args) {
-    if (!Enabled(level) || platform_ == nullptr) {
+    if (!Enabled(level) || ports_ == nullptr) {
         return;
     }
     Emit(Head(functionName) + FormatV(format, args));
@@ -121,7 +137,7 @@ void CLog::WriteV(int level, const char* functionName, const char* format, va_li
 
 void CLog::Dump(int level, const char* functionName, const char* title, const void* data,
                 size_t size) {
-    if (!Enabled(level) || (dumpFlags_ & 1) == 0 || platform_ == nullptr) {
+    if (!Enabled(level) || (dumpFlags_ & 1) == 0 || ports_ == nullptr) {
         return;
     }
     const uint8_t* bytes = static_cast<const uint8_t*>(data);
@@ -157,13 +173,13 @@ void CLog::Dump(int level, const char* functionName, const char* title, const vo
 }
 
 void CLog::LogFileInfo() {
-    if (platform_ == nullptr) {
+    if (ports_ == nullptr) {
         return;
     }
     Write(kLogInfo, "CLog::LogFileInfo", "LogFileInfo(..): Dll File Path: %s",
-          platform_->ModulePath().c_str());
+          ports_->module->Path().c_str());
     Write(kLogInfo, "CLog::LogFileInfo", "LogFileInfo(..): Dll File Version: %s",
-          platform_->ModuleVersion().c_str());
+          ports_->module->Version().c_str());
     if (headExtension_) {
         headExtension_(*this);
     }
@@ -172,11 +188,11 @@ void CLog::LogFileInfo() {
 std::string CLog::Head(const char* functionName) {
     std::string head;
     if (showProcessAndThread_ != 0) {
-        head += Format("[P%04X/T%04X]", static_cast<unsigned>(platform_->ProcessId()),
-                       static_cast<unsigned>(platform_->ThreadId()));
+        head += Format("[P%04X/T%04X]", static_cast<unsigned>(ports_->ids->ProcessId()),
+                       static_cast<unsigned>(ports_->ids->ThreadId()));
     }
     if (showTime_ != 0) {
-        const LocalTime t = platform_->Now();
+        const LocalTime t = ports_->clock->Now();
         head += Format("[%04d/%02d/%02d %02d:%02d:%02d:%03d]", t.year, t.month, t.day, t.hour,
                        t.minute, t.second, t.milliseconds);
     }
@@ -189,26 +205,26 @@ std::string CLog::Head(const char* functionName) {
 void CLog::Emit(const std::string& text) {
     // Everything below runs under the printer's mutex, including the head of a new file, whose
     // lines come back here and take the (recursive) mutex a second time.
-    platform_->Lock(mutexName_);
+    ports_->file->Lock(mutexName_);
     ++lineCounter_;
     if (outputMode_ == kLogToDebugger) {
-        platform_->DebugOutput(text.c_str());
-        platform_->DebugOutput("\n");
+        ports_->debug->Write(text.c_str());
+        ports_->debug->Write("\n");
     } else if (outputMode_ == kLogToFile) {
         AppendToFile(text);
     }
-    platform_->Unlock();
+    ports_->file->Unlock();
 }
 
 bool CLog::OpenFileWithHead() {
     bool existed = true;
-    if (!platform_->OpenFile(filePath_, &existed)) {
+    if (!ports_->file->Open(filePath_, &existed)) {
         return false;
     }
     if (!existed) {
         WriteHead();
     }
-    return platform_->FileIsOpen();
+    return ports_->file->IsOpen();
 }
 
 void CLog::WriteHead() {
@@ -218,10 +234,10 @@ void CLog::WriteHead() {
 }
 
 void CLog::AppendToFile(const std::string& text) {
-    if (!writingHead_ && platform_->FileIsOpen() && platform_->FileWasDeleted()) {
-        platform_->CloseFile();
+    if (!writingHead_ && ports_->file->IsOpen() && ports_->file->WasDeleted()) {
+        ports_->file->Close();
     }
-    if (!platform_->FileIsOpen()) {
+    if (!ports_->file->IsOpen()) {
         // A head line never opens the file: the head belongs to the file it was begun for.
         if (writingHead_ || !OpenFileWithHead()) {
             return;
@@ -229,10 +245,10 @@ void CLog::AppendToFile(const std::string& text) {
     }
     // The size is checked only at every 20th line, and never while the head is being written.
     if (!writingHead_ && lineCounter_ % kLogSizeCheckEvery == 0 &&
-        platform_->FileSize() > kLogSizeLimit) {
-        platform_->CloseFile();
+        ports_->file->Size() > kLogSizeLimit) {
+        ports_->file->Close();
         lineCounter_ = 0;
-        if (!platform_->DeleteLogFile(filePath_)) {
+        if (!ports_->file->Delete(filePath_)) {
             return;
         }
         if (!OpenFileWithHead()) {
@@ -243,5 +259,5 @@ void CLog::AppendToFile(const std::string& text) {
     line.reserve(text.size() + 1);
     line += text;
     line += '\n';
-    platform_->Append(line.data(), line.size());
+    ports_->file->Append(line.data(), line.size());
 }

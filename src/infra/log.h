@@ -8,6 +8,8 @@
 #include <string>
 #include <utility>
 
+#include "ports/log_ports.h"
+
 // mingw-w64 builds with __USE_MINGW_ANSI_STDIO=1, so the formatting is C99's, not msvcrt's.
 #if defined(__MINGW32__)
 #define KIV_PRINTF(fmt, args) __attribute__((format(__MINGW_PRINTF_FORMAT, fmt, args)))
@@ -22,7 +24,7 @@ enum LogLevel : int {
     kLogError = 2,
     kLogWarning = 3,
     kLogInfo = 4,
-    kLogTrace = 5,  // "Begin"/"End (%d)": accepted and never written
+    kLogTrace = 5,  // kept-behaviour: Trace lines never written
     kLogDetail = 6,
     kLogDump = 7,
 };
@@ -31,46 +33,7 @@ enum LogOutputMode : uint8_t { kLogOff = 0, kLogToFile = 1, kLogToDebugger = 2 }
 
 inline constexpr uint64_t kLogSizeLimit = 5242880;  // 5 MiB; checked at every 20th line
 inline constexpr uint32_t kLogSizeCheckEvery = 20;
-
-struct LocalTime {
-    uint16_t year, month, day, hour, minute, second, milliseconds;
-};
-
-// What the log asks of the operating system. The DLL uses the Win32 implementation
-// (log_platform_win.cpp); tests use recording fakes.
-class LogPlatform {
-  public:
-    virtual ~LogPlatform() = default;
-    virtual uint32_t ProcessId() = 0;
-    virtual uint32_t ThreadId() = 0;
-    virtual LocalTime Now() = 0;
-    // The printer name as 8-bit text (the ANSI code page on Windows).
-    virtual std::string Narrow(const std::u16string& wide) = 0;
-    // Expands environment variables in the folder (in place) and creates it when missing;
-    // false when the folder still does not exist afterwards.
-    virtual bool PrepareFolder(std::string& folder) = 0;
-    // The cross-process guard of one printer's log, created on first use and waited for
-    // without time limit (an abandoned owner counts as released). The owning thread may take it
-    // again (the head of a new file is written from inside a locked append); every Lock is
-    // matched by one Unlock.
-    virtual void Lock(const std::u16string& mutexName) = 0;
-    virtual void Unlock() = 0;
-    virtual void CloseMutex() = 0;
-    virtual void DebugOutput(const char* text) = 0;
-    virtual bool FileIsOpen() = 0;
-    // Opens for appending, creating when missing, shared for reading, writing and deleting.
-    virtual bool OpenFile(const std::string& path, bool* existedBefore) = 0;
-    virtual uint64_t FileSize() = 0;
-    // True when the open file was deleted under this process's handle (another process reset
-    // the log); its lines would go nowhere, so the log reopens the file by name.
-    virtual bool FileWasDeleted() { return false; }
-    virtual void CloseFile() = 0;
-    virtual bool DeleteLogFile(const std::string& path) = 0;
-    virtual void Append(const char* data, size_t size) = 0;
-    // For the head of a new file.
-    virtual std::string ModulePath() = 0;
-    virtual std::string ModuleVersion() = 0;
-};
+inline constexpr size_t kLogFolderMaxChars = 260;  // the expanded folder, terminator included
 
 class CLog {
   public:
@@ -78,8 +41,9 @@ class CLog {
     CLog(const CLog&) = delete;
     CLog& operator=(const CLog&) = delete;
 
-    void SetPlatform(LogPlatform* platform) { platform_ = platform; }
-    LogPlatform* Platform() const { return platform_; }
+    // Null leaves the log unable to write.
+    void SetPorts(const LogPorts* ports) { ports_ = ports; }
+    const LogPorts* Ports() const { return ports_; }
     // Lines that the head of a new file carries after the module lines (the operating-system
     // report); called with the log already able to write.
     void SetHeadExtension(std::function<void(CLog&)> extension) {
@@ -121,7 +85,9 @@ class CLog {
     bool OpenFileWithHead();
     void WriteHead();
 
-    LogPlatform* platform_ = nullptr;
+    bool UseFolder(const std::string& folder, std::string* expanded);
+
+    const LogPorts* ports_ = nullptr;
     std::function<void(CLog&)> headExtension_;
     uint8_t outputMode_ = kLogOff;
     uint8_t verbosity_ = 0;

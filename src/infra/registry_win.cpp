@@ -1,8 +1,6 @@
 // RegistryWin: the registry helper bound to one hive, in the 64-bit view.
 #include "infra/registry_win.h"
 
-#include <iterator>
-
 namespace {
 
 constexpr REGSAM kReadAccess = KEY_READ | KEY_WOW64_64KEY;
@@ -51,18 +49,6 @@ bool RegistryWin::ReadString(const std::wstring& subkey, const std::wstring& nam
     return true;
 }
 
-bool RegistryWin::ReadMultiString(const std::wstring& subkey, const std::wstring& name,
-                                  std::vector<std::wstring>* values, size_t maxChars) {
-    std::vector<std::u16string> texts;
-    if (values == nullptr ||
-        !ReadRegistryMultiString(*this, U16FromWide(subkey), U16FromWide(name), &texts, maxChars))
-        return false;
-    values->clear();
-    for (const std::u16string& text : texts)
-        values->push_back(WideFromU16(text));
-    return true;
-}
-
 HKEY RegistryWin::OpenForWrite(const std::wstring& subkey) {
     HKEY key = nullptr;
     if (RegOpenKeyExW(hive_, subkey.c_str(), 0, kWriteAccess, &key) == ERROR_SUCCESS)
@@ -91,49 +77,6 @@ bool RegistryWin::WriteString(const std::wstring& subkey, const std::wstring& na
     const DWORD bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
     return RegSetValueExW(key.get(), name.c_str(), 0, REG_SZ,
                           reinterpret_cast<const BYTE*>(value.c_str()), bytes) == ERROR_SUCCESS;
-}
-
-bool RegistryWin::DeleteValue(const std::wstring& subkey, const std::wstring& name) {
-    KeyHandle key;
-    if (RegOpenKeyExW(hive_, subkey.c_str(), 0, kWriteAccess, key.out()) != ERROR_SUCCESS)
-        return false;
-    return RegDeleteValueW(key.get(), name.c_str()) == ERROR_SUCCESS;
-}
-
-bool RegistryWin::EnumSubkeys(const std::wstring& subkey, std::vector<std::wstring>* names) const {
-    KeyHandle key;
-    if (names == nullptr ||
-        RegOpenKeyExW(hive_, subkey.c_str(), 0, kReadAccess, key.out()) != ERROR_SUCCESS)
-        return false;
-    names->clear();
-    for (DWORD index = 0;; ++index) {
-        wchar_t name[256];  // key names are at most 255 characters
-        DWORD length = static_cast<DWORD>(std::size(name));
-        const LONG rc =
-            RegEnumKeyExW(key.get(), index, name, &length, nullptr, nullptr, nullptr, nullptr);
-        if (rc == ERROR_NO_MORE_ITEMS)
-            return true;
-        if (rc != ERROR_SUCCESS)
-            return false;
-        names->emplace_back(name, length);
-    }
-}
-
-bool RegistryWin::CountSubkeysAndValues(const std::wstring& subkey, DWORD* subkeys,
-                                        DWORD* values) const {
-    KeyHandle key;
-    if (RegOpenKeyExW(hive_, subkey.c_str(), 0, kReadAccess, key.out()) != ERROR_SUCCESS)
-        return false;
-    DWORD keyCount = 0;
-    DWORD valueCount = 0;
-    if (RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &keyCount, nullptr, nullptr,
-                         &valueCount, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
-        return false;
-    if (subkeys != nullptr)
-        *subkeys = keyCount;
-    if (values != nullptr)
-        *values = valueCount;
-    return true;
 }
 
 RegistryStatus RegistryWin::Query(const std::u16string& subkey, const std::u16string& name,
@@ -166,12 +109,4 @@ bool RegistryWin::SetDword(const std::u16string& subkey, const std::u16string& n
 bool RegistryWin::SetString(const std::u16string& subkey, const std::u16string& name,
                             const std::u16string& value) {
     return WriteString(WideFromU16(subkey), WideFromU16(name), WideFromU16(value));
-}
-
-std::string RegistryWin::Narrow(const std::u16string& wide) {
-    return NarrowAnsi(WideFromU16(wide));
-}
-
-std::u16string RegistryWin::Widen(const std::string& narrow) {
-    return U16FromWide(WidenAnsi(narrow));
 }

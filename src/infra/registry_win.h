@@ -1,11 +1,11 @@
-// RegistryWin: the registry helper bound to one hive, in the 64-bit view, and the configuration's
-// hive port.
+// RegistryWin: the registry helper bound to one hive (current user or local machine), in the
+// 64-bit view.
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "infra/config.h"
+#include "ports/registry_hive.h"
 #include "win/text_win.h"
 #include "win/windows_headers_win.h"
 
@@ -21,27 +21,19 @@ class RegistryWin : public RegistryHive {
     // REG_SZ only; a value longer than `maxChars` (ERROR_MORE_DATA) counts as absent.
     bool ReadString(const std::wstring& subkey, const std::wstring& name, std::wstring* value,
                     size_t maxChars = kRegistryStringChars);
-    // REG_MULTI_SZ only.
-    bool ReadMultiString(const std::wstring& subkey, const std::wstring& name,
-                         std::vector<std::wstring>* values,
-                         size_t maxChars = 4 * kRegistryStringChars);
     // Both create the key when it cannot be opened.
     bool WriteDword(const std::wstring& subkey, const std::wstring& name, DWORD value);
     bool WriteString(const std::wstring& subkey, const std::wstring& name,
                      const std::wstring& value);
-    bool DeleteValue(const std::wstring& subkey, const std::wstring& name);
-    bool EnumSubkeys(const std::wstring& subkey, std::vector<std::wstring>* names) const;
-    bool CountSubkeysAndValues(const std::wstring& subkey, DWORD* subkeys, DWORD* values) const;
 
     // RegistryHive.
+    bool KeyExists(const std::u16string& subkey) override { return KeyExists(WideFromU16(subkey)); }
     RegistryStatus Query(const std::u16string& subkey, const std::u16string& name, size_t maxBytes,
                          RegistryValue& out) override;
     bool SetDword(const std::u16string& subkey, const std::u16string& name,
                   uint32_t value) override;
     bool SetString(const std::u16string& subkey, const std::u16string& name,
                    const std::u16string& value) override;
-    std::string Narrow(const std::u16string& wide) override;
-    std::u16string Widen(const std::string& narrow) override;
 
   private:
     HKEY OpenForWrite(const std::wstring& subkey);

@@ -7,7 +7,7 @@
 
 #include "entry/intrface_win.h"
 #include "session/oem_ui_state.h"
-#include "fake_log_platform.h"
+#include "fake_log_ports.h"
 #include "kivui_dll_win.h"
 #include "settings/oemdev.h"
 
@@ -95,9 +95,9 @@ class OemUiInProcess : public ::testing::Test {
   protected:
     ~OemUiInProcess() override {
         ui_->Release();
-        TheLog().SetPlatform(before_);
+        TheLog().SetPorts(before_);
     }
-    LogPlatform* const before_ = TheLog().Platform();
+    const LogPorts* const before_ = TheLog().Ports();
     IOemUI* const ui_ = new IOemUI();  // installs the Windows log platform
 };
 

@@ -1,37 +1,19 @@
-// The Win32 implementation of the log's platform port, and its installation on TheLog().
-#include "infra/log_platform_win.h"
+// The Win32 implementations of the log's ports.
+#include "ports/log_ports_win.h"
 
 #include <vector>
 
+#include "ports/version_query.h"
 #include "win/text_win.h"
 
 namespace {
-
-constexpr DWORD kMaxExpandedFolder = 260;
 
 const wchar_t* AsWide(const std::u16string& text) {
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 
-bool IsFolder(const std::string& path) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-// Creates every missing folder along the path; the drive, the UNC server and share parts simply
-// fail to be created and are passed over.
-void CreateFolderChain(const std::string& folder) {
-    for (size_t i = 1; i < folder.size(); ++i) {
-        if ((folder[i] == '\\' || folder[i] == '/') && folder[i - 1] != '\\' &&
-            folder[i - 1] != '/') {
-            CreateDirectoryA(folder.substr(0, i).c_str(), nullptr);
-        }
-    }
-    CreateDirectoryA(folder.c_str(), nullptr);
-}
-
 // Reads VS_FIXEDFILEINFO from the root block of a version resource, never past its end.
-std::string FixedFileVersion(const uint8_t* block, size_t size) {
+std::string FixedFileVersionText(const uint8_t* block, size_t size) {
     // VS_VERSIONINFO: wLength, wValueLength, wType, the key "VS_VERSION_INFO" with its
     // terminator, padding to a 32-bit boundary, then the fixed information.
     if (size < 6) {
@@ -56,58 +38,61 @@ std::string FixedFileVersion(const uint8_t* block, size_t size) {
     if (info.dwSignature != 0xFEEF04BD) {
         return {};
     }
-    char text[64];
-    snprintf(text, sizeof text, "%u.%u.%u.%u", static_cast<unsigned>(HIWORD(info.dwFileVersionMS)),
-             static_cast<unsigned>(LOWORD(info.dwFileVersionMS)),
-             static_cast<unsigned>(HIWORD(info.dwFileVersionLS)),
-             static_cast<unsigned>(LOWORD(info.dwFileVersionLS)));
-    return text;
+    return FileVersionText({HIWORD(info.dwFileVersionMS), LOWORD(info.dwFileVersionMS),
+                            HIWORD(info.dwFileVersionLS), LOWORD(info.dwFileVersionLS)});
 }
 
 }  // namespace
 
-WinLogPlatform::~WinLogPlatform() {
-    CloseFile();
+LogFileWin::~LogFileWin() {
+    Close();
     if (mutex_ != nullptr) {
         CloseHandle(mutex_);
     }
 }
 
-uint32_t WinLogPlatform::ProcessId() {
-    return GetCurrentProcessId();
-}
-
-uint32_t WinLogPlatform::ThreadId() {
-    return GetCurrentThreadId();
-}
-
-LocalTime WinLogPlatform::Now() {
+LocalTime ClockWin::Now() {
     SYSTEMTIME t;
     GetLocalTime(&t);
     return LocalTime{t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond, t.wMilliseconds};
 }
 
-std::string WinLogPlatform::Narrow(const std::u16string& wide) {
+std::string TextCodecWin::Narrow(const std::u16string& wide) {
     return NarrowAnsi(WideFromU16(wide));
 }
 
-bool WinLogPlatform::PrepareFolder(std::string& folder) {
-    char expanded[kMaxExpandedFolder];
-    const DWORD needed = ExpandEnvironmentStringsA(folder.c_str(), expanded, kMaxExpandedFolder);
-    if (needed == 0 || needed > kMaxExpandedFolder) {
-        return false;
-    }
-    folder = expanded;
-    if (folder.empty()) {
-        return false;
-    }
-    if (!IsFolder(folder)) {
-        CreateFolderChain(folder);
-    }
-    return IsFolder(folder);
+std::u16string TextCodecWin::Widen(const std::string& narrow) {
+    return U16FromWide(WidenAnsi(narrow));
 }
 
-void WinLogPlatform::Lock(const std::u16string& mutexName) {
+bool FoldersWin::Expand(const std::string& text, size_t maxChars, std::string* expanded) {
+    std::vector<char> buffer(maxChars == 0 ? 1 : maxChars);
+    const DWORD needed =
+        ExpandEnvironmentStringsA(text.c_str(), buffer.data(), static_cast<DWORD>(maxChars));
+    if (needed == 0 || needed > maxChars) {
+        return false;
+    }
+    *expanded = buffer.data();
+    return true;
+}
+
+bool FoldersWin::Exists(const std::string& folder) {
+    const DWORD attributes = GetFileAttributesA(folder.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+// The drive, the UNC server and share parts simply fail to be created and are passed over.
+void FoldersWin::Create(const std::string& folder) {
+    for (size_t i = 1; i < folder.size(); ++i) {
+        if ((folder[i] == '\\' || folder[i] == '/') && folder[i - 1] != '\\' &&
+            folder[i - 1] != '/') {
+            CreateDirectoryA(folder.substr(0, i).c_str(), nullptr);
+        }
+    }
+    CreateDirectoryA(folder.c_str(), nullptr);
+}
+
+void LogFileWin::Lock(const std::u16string& mutexName) {
     if (mutex_ == nullptr) {
         HANDLE created = CreateMutexW(nullptr, FALSE, AsWide(mutexName));
         if (created == nullptr) {
@@ -122,13 +107,13 @@ void WinLogPlatform::Lock(const std::u16string& mutexName) {
     WaitForSingleObject(mutex_, INFINITE);
 }
 
-void WinLogPlatform::Unlock() {
+void LogFileWin::Unlock() {
     if (mutex_ != nullptr) {
         ReleaseMutex(mutex_);
     }
 }
 
-void WinLogPlatform::CloseMutex() {
+void LogFileWin::CloseMutex() {
     if (mutex_ == nullptr) {
         return;
     }
@@ -140,16 +125,8 @@ void WinLogPlatform::CloseMutex() {
     mutex_ = nullptr;
 }
 
-void WinLogPlatform::DebugOutput(const char* text) {
-    OutputDebugStringA(text);
-}
-
-bool WinLogPlatform::FileIsOpen() {
-    return file_ != INVALID_HANDLE_VALUE;
-}
-
-bool WinLogPlatform::OpenFile(const std::string& path, bool* existedBefore) {
-    CloseFile();
+bool LogFileWin::Open(const std::string& path, bool* existedBefore) {
+    Close();
     // Write sharing as well as read and delete: every process of the printer keeps the file
     // open between its lines, and the named mutex, not the share mode, keeps them apart.
     // Without it a second process's open fails and all its lines are dropped.
@@ -166,7 +143,7 @@ bool WinLogPlatform::OpenFile(const std::string& path, bool* existedBefore) {
     return true;
 }
 
-uint64_t WinLogPlatform::FileSize() {
+uint64_t LogFileWin::Size() {
     LARGE_INTEGER size;
     if (file_ == INVALID_HANDLE_VALUE || !GetFileSizeEx(file_, &size) || size.QuadPart < 0) {
         return 0;
@@ -174,7 +151,7 @@ uint64_t WinLogPlatform::FileSize() {
     return static_cast<uint64_t>(size.QuadPart);
 }
 
-bool WinLogPlatform::FileWasDeleted() {
+bool LogFileWin::WasDeleted() {
     FILE_STANDARD_INFO info;
     if (file_ == INVALID_HANDLE_VALUE ||
         !GetFileInformationByHandleEx(file_, FileStandardInfo, &info, sizeof info)) {
@@ -184,18 +161,14 @@ bool WinLogPlatform::FileWasDeleted() {
     return info.DeletePending || info.NumberOfLinks == 0;
 }
 
-void WinLogPlatform::CloseFile() {
+void LogFileWin::Close() {
     if (file_ != INVALID_HANDLE_VALUE) {
         CloseHandle(file_);
         file_ = INVALID_HANDLE_VALUE;
     }
 }
 
-bool WinLogPlatform::DeleteLogFile(const std::string& path) {
-    return DeleteFileA(path.c_str()) != FALSE;
-}
-
-void WinLogPlatform::Append(const char* data, size_t size) {
+void LogFileWin::Append(const char* data, size_t size) {
     if (file_ == INVALID_HANDLE_VALUE) {
         return;
     }
@@ -212,7 +185,7 @@ void WinLogPlatform::Append(const char* data, size_t size) {
     }
 }
 
-std::string WinLogPlatform::ModulePath() {
+std::string ModuleIdentityWin::Path() {
     std::vector<wchar_t> path(MAX_PATH);
     for (;;) {
         const DWORD length =
@@ -230,7 +203,7 @@ std::string WinLogPlatform::ModulePath() {
     }
 }
 
-std::string WinLogPlatform::ModuleVersion() {
+std::string ModuleIdentityWin::Version() {
     HRSRC resource = FindResourceW(module_, MAKEINTRESOURCEW(VS_VERSION_INFO), RT_VERSION);
     if (resource == nullptr) {
         return {};
@@ -240,15 +213,6 @@ std::string WinLogPlatform::ModuleVersion() {
     if (block == nullptr) {
         return {};
     }
-    return FixedFileVersion(static_cast<const uint8_t*>(block), SizeofResource(module_, resource));
-}
-
-void InstallWinLogPlatform(HMODULE module) {
-    static WinLogPlatform platform;
-    platform.SetModule(module);
-    TheLog().SetPlatform(&platform);
-}
-
-void CloseLogAtDetach() {
-    TheLog().Close();
+    return FixedFileVersionText(static_cast<const uint8_t*>(block),
+                                SizeofResource(module_, resource));
 }

@@ -1,0 +1,60 @@
+// FakeSpooler: records every spooler call; a call named in `failing` fails, jobs land in `output`.
+#pragma once
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "fake_text_codec.h"
+#include "ports/spooler.h"
+
+class FakeSpooler : public Spooler {
+  public:
+    std::set<std::string> failing;  // "OpenPrinterByName", "StartDocument", "Write", ...
+    uint32_t shortWriteBy = 0;      // Write reports this many bytes fewer than it was given
+    uint32_t status = 0;            // level 6
+    uint32_t attributes = 0;        // level 2
+    PrinterDriverInfo driver;
+
+    std::vector<std::string>
+        calls;           // "OpenPrinterByName <name>", "StartDocument <doc> <type>", "Write <n>"
+    std::string output;  // the bytes written
+
+    bool OpenPrinterByName(const std::u16string& name, PrinterHandle* printer) override {
+        *printer = 0x51;
+        return Call("OpenPrinterByName " + FakeTextCodec().Narrow(name));
+    }
+    bool ClosePrinter(PrinterHandle) override { return Call("ClosePrinter"); }
+    bool StartDocument(PrinterHandle, const std::u16string& doc,
+                       const std::u16string& type) override {
+        return Call("StartDocument " + FakeTextCodec().Narrow(doc) + " " +
+                    FakeTextCodec().Narrow(type));
+    }
+    bool StartPage(PrinterHandle) override { return Call("StartPage"); }
+    bool Write(PrinterHandle, const uint8_t* data, uint32_t size, uint32_t* written) override {
+        output.append(reinterpret_cast<const char*>(data), size);
+        *written = size - std::min(size, shortWriteBy);
+        return Call("Write " + std::to_string(size));
+    }
+    bool EndPage(PrinterHandle) override { return Call("EndPage"); }
+    bool EndDocument(PrinterHandle) override { return Call("EndDocument"); }
+    bool PrinterStatus(PrinterHandle, uint32_t* value) override {
+        *value = status;
+        return Call("PrinterStatus");
+    }
+    bool PrinterAttributes(PrinterHandle, uint32_t* value) override {
+        *value = attributes;
+        return Call("PrinterAttributes");
+    }
+    bool DriverInfo(PrinterHandle, PrinterDriverInfo* info) override {
+        *info = driver;
+        return Call("DriverInfo");
+    }
+
+  private:
+    bool Call(const std::string& call) {
+        calls.push_back(call);
+        return failing.count(call.substr(0, call.find(' '))) == 0;
+    }
+};
