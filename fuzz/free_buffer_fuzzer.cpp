@@ -6,7 +6,8 @@
 #include <string_view>
 
 #include "pages/free_buffer.h"
-#include "pages/page_rules.h"
+#include "pages/print_adjust_rules.h"
+#include "settings/ui_device_common.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::string_view text(reinterpret_cast<const char*>(data), size);
@@ -24,16 +25,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (parsedWide.bytes != parsed.bytes || parsedWide.error != parsed.error) {
         std::abort();
     }
-    (void)ValidateFreeBufferText(text, FreeBufferSide::kStart);
 
     // The first half as X, the rest as Y: an accepted pair must read back within the range.
     std::string_view x = text.substr(0, size / 2);
     std::string_view y = text.substr(size / 2);
-    if (!ValidatePrintAdjustOffsets(x, y)) {
-        int16_t offsetX = OffsetFromText(LimitText(x, kOffsetTextLimit));
-        int16_t offsetY = OffsetFromText(LimitText(y, kOffsetTextLimit));
-        if (offsetX < kOffsetMin || offsetX > kOffsetMax || offsetY < kOffsetMin ||
-            offsetY > kOffsetMax) {
+    const PrintAdjustControls controls{std::string(x), std::string(y), false, false,
+                                       false,          false,          false, 0};
+    if (!ValidatePrintAdjustControls(controls)) {
+        UiDeviceCommon device("", "", "", "");
+        StorePrintAdjustControls(device, controls);
+        if (device.GetOffsetX() < kOffsetMin || device.GetOffsetX() > kOffsetMax ||
+            device.GetOffsetY() < kOffsetMin || device.GetOffsetY() > kOffsetMax) {
             std::abort();
         }
     }

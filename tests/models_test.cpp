@@ -54,7 +54,8 @@ std::string ListLine(const char* what, const std::vector<T>& values, Name name) 
     std::string line = std::string("  ") + what + ":";
     for (T v : values) {
         EXPECT_NE(name(v), "NOID") << what << " " << int(v);
-        line += " " + name(v);
+        line += ' ';
+        line += name(v);
     }
     return line + "\n";
 }
