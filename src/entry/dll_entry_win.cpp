@@ -12,7 +12,7 @@ namespace {
 
 HMODULE g_hModule = nullptr;
 // Meant as the number of live objects, but nothing ever changes it: unloading depends on the
-// lock count alone, and live IOemUI objects do not keep the module loaded.
+// lock count alone (kept-behaviour: Object count).
 const LONG g_cComponents = 0;
 volatile LONG g_cServerLocks = 0;
 

@@ -3,38 +3,10 @@
 
 #include <cstdio>
 
+#include "infra/text_format.h"
 #include "infra/windows_path.h"
 
 namespace {
-
-// Formats with a sizing pass first, so a message has no length limit.
-std::string FormatV(const char* format, va_list args) {
-    if (format == nullptr) {
-        return {};
-    }
-    va_list sizing;
-    va_copy(sizing, args);
-    const int length = std::vsnprintf(nullptr, 0, format, sizing);
-    va_end(sizing);
-    if (length <= 0) {
-        return {};
-    }
-    std::string text(static_cast<size_t>(length) + 1, '\0');
-    std::vsnprintf(text.data(), text.size(), format, args);
-    text.resize(static_cast<size_t>(length));
-    return text;
-}
-
-std::string Format(const char* format, ...) KIV_PRINTF(1, 2);
-std::string Format(const char* format, ...) {
-    va_list args;
-    va_start(args, format);
-    std::string text = FormatV(format, args);
-    va_end(args);
-    return text;
-}
-
-constexpr char kHexDigits[] = "0123456789ABCDEF";
 
 char DumpCharacter(uint8_t byte) {
     // '%' is masked too: a dump row must stay harmless if it is ever used as a format.
@@ -154,8 +126,8 @@ void CLog::Dump(int level, const char* functionName, const char* title, const vo
         for (size_t i = row; i < row + 16; ++i) {
             if (i < shown) {
                 text += ' ';
-                text += kHexDigits[bytes[i] >> 4];
-                text += kHexDigits[bytes[i] & 0x0F];
+                text += HexDigitChar(bytes[i] >> 4);
+                text += HexDigitChar(bytes[i]);
             } else {
                 text += "   ";
             }

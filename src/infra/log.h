@@ -8,16 +8,9 @@
 #include <string>
 #include <utility>
 
+#include "infra/text_format.h"
 #include "ports/log_ports.h"
 
-// mingw-w64 builds with __USE_MINGW_ANSI_STDIO=1, so the formatting is C99's, not msvcrt's.
-#if defined(__MINGW32__)
-#define KIV_PRINTF(fmt, args) __attribute__((format(__MINGW_PRINTF_FORMAT, fmt, args)))
-#elif defined(__GNUC__)
-#define KIV_PRINTF(fmt, args) __attribute__((format(printf, fmt, args)))
-#else
-#define KIV_PRINTF(fmt, args)
-#endif
 
 // Message levels as the callers use them.
 enum LogLevel : int {
