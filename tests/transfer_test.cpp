@@ -189,6 +189,12 @@ TEST(TransferTest, LoadingMapsWhatTheModelDoesNotOffer) {
         {"a quality of the enumeration the model lacks", "ZLD40",
          [](OemDevPayload& p) { p.quality = PRN_PROP_QUAL_HSPEED; },
          " Value <PRN_PROP_QUAL_HSPEED> not offered, forced to <PRN_PROP_QUAL_NORMAL>"},
+        {"feeder", "TRX430ATF", [](OemDevPayload& p) { p.feeder = 999; },
+         " Value <NOID> not offered, forced to <PRN_PROP_FEEDER_AUTO>"},
+        {"conversion mode", "J7", [](OemDevPayload& p) { p.convMode = 7; },
+         " Mode <NOID> not offered, forced to <CMODE_AUTO>"},
+        {"a threshold off the trackbar", "J7", [](OemDevPayload& p) { p.convThreshold = 255; },
+         " Threshold/Filter UP/Filter DOWN <255/255/0> not offered, forced to <128/255/0>"},
         {"page-to-page action", "ZLD90VII",
          [](OemDevPayload& p) {
              p.page2PageEnable = 1;
@@ -316,8 +322,6 @@ TEST(TransferTest, FreeBufferLinesDependOnModeAndContent) {
     }
 }
 
-// Saving cuts what the object holds at each field. (Loading reads a field at most: the transfer
-// fuzzer feeds lengths and texts of any size into a record exactly as large as its type.)
 TEST(TransferTest, FreeBuffersAndTextsNeverPassTheirFields) {
     UiDeviceCommon d("", std::string(600, 's'), "", "");
     std::vector<uint8_t> big(700);
@@ -347,6 +351,17 @@ TEST(TransferTest, FreeBuffersAndTextsNeverPassTheirFields) {
     EXPECT_EQ(p.reserved942, 0);
     EXPECT_EQ(Bytes(p.couponPath, 256), exact);  // fills the field: no terminator
     EXPECT_EQ(Bytes(p.logos[kLogoEndPage].path, 256), "short" + std::string(251, '\0'));
+
+    // A length claiming more than the field, or a text without terminator, is read up to the
+    // field only.
+    p.startJobBufferLength = 0xFFFF;
+    p.endJobBufferLength = 513;
+    UiDeviceCommon back("", "", "", "");
+    Load(back, p);
+    EXPECT_EQ(back.GetStartJobBuffer().size(), 512u);
+    EXPECT_EQ(back.GetEndJobBuffer(), std::vector<uint8_t>(512, 0x41));
+    EXPECT_EQ(back.GetWatermarkPath(), longPath.substr(0, 256));
+    EXPECT_EQ(back.GetCouponPath(), exact);
 }
 
 // A reset writes the model's record whatever the object or the buffer held, loads it (the object
