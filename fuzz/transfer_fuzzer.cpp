@@ -22,27 +22,14 @@ void Require(bool condition, const char* what, const std::string& model) {
     }
 }
 
-// A text field is zero-filled after its text, or filled to its last byte.
-bool TextFieldIsClean(const char* field, size_t size) {
-    const void* end = std::memchr(field, 0, size);
-    if (end == nullptr) {
-        return true;
-    }
-    for (const char* c = static_cast<const char*>(end); c < field + size; ++c) {
-        if (*c != 0) {
-            return false;
-        }
-    }
-    return true;
+bool TailIsZero(const void* field, size_t used, size_t size) {
+    const auto* bytes = static_cast<const uint8_t*>(field);
+    return std::all_of(bytes + used, bytes + size, [](uint8_t b) { return b == 0; });
 }
 
-bool TailIsZero(const uint8_t* field, size_t used, size_t size) {
-    for (size_t i = used; i < size; ++i) {
-        if (field[i] != 0) {
-            return false;
-        }
-    }
-    return true;
+// A text field is zero-filled after its text, or filled to its last byte.
+bool TextFieldIsClean(const char* field, size_t size) {
+    return TailIsZero(field, strnlen(field, size), size);
 }
 
 // What a saved record must obey, whatever the object held.
@@ -106,12 +93,6 @@ void CheckSaved(const UiDeviceCommon& device, const OemDevPayload& p) {
             "free buffer tail", model);
 }
 
-template <typename T>
-bool Offered(const std::vector<T>& list, T value, T notSet, T exported, T start) {
-    return value == notSet || value == exported || value == start ||
-           std::find(list.begin(), list.end(), value) != list.end();
-}
-
 // What a loaded object must hold whatever the bytes: values its model offers (or the not-set
 // value, the export's value, the starting value of a fresh object of the model), and 1-bit
 // values and offsets that the Print and Print adjust pages accept.
@@ -119,34 +100,28 @@ void CheckLoaded(const UiDeviceCommon& d, const UiDeviceCommon& fresh) {
     const std::string model = d.GetModelName();
     OemDevPayload e{};
     d.ExportCapabilities(e);
-    Require(Offered(d.GetDensityList(), d.GetDensity(), uint8_t{0}, e.density, fresh.GetDensity()),
-            "density offered", model);
-    Require(Offered(d.GetQualityList(), d.GetQuality(), uint8_t{0}, e.quality, fresh.GetQuality()),
-            "quality offered", model);
-    Require(Offered(d.GetCutModeList(), d.GetCutMode(), uint8_t{0}, e.cutMode, fresh.GetCutMode()),
-            "cut offered", model);
-    Require(
-        Offered(d.GetRecoveryList(), d.GetRecovery(), uint8_t{0}, e.recovery, fresh.GetRecovery()),
-        "recovery offered", model);
-    Require(Offered(d.GetBlackMarkList(), d.GetBlackMark(), uint8_t{0}, e.blackMark,
-                    fresh.GetBlackMark()),
-            "black mark offered", model);
-    Require(Offered(d.GetPresentationList(), d.GetPresentationMode(), uint8_t{0},
-                    e.presentationMode, fresh.GetPresentationMode()),
-            "presentation offered", model);
-    Require(Offered(d.GetContinuousModeList(), d.GetContinuousMode(), uint8_t{1}, e.continuousMode,
-                    fresh.GetContinuousMode()),
-            "continuous offered", model);
-    Require(Offered(d.GetHeadLedList(), d.GetHeadLed(), uint8_t{0}, e.headLed, fresh.GetHeadLed()),
-            "head LED offered", model);
-    Require(Offered(d.GetPage2PageActionList(), d.GetPage2PageAction(), uint8_t{0},
-                    e.page2PageAction, fresh.GetPage2PageAction()),
-            "page-to-page action offered", model);
-    Require(Offered(d.GetFeederList(), d.GetFeeder(), uint16_t{0}, e.feeder, fresh.GetFeeder()),
-            "feeder offered", model);
-    Require(Offered(d.GetCashDrawerPhaseList(), d.GetCashDrawerPhase(), uint8_t{0},
-                    e.cashDrawerPhase, fresh.GetCashDrawerPhase()),
-            "drawer phase offered", model);
+    const auto offered = [&](const auto& list, auto value, int notSet, int exported, int start,
+                             const char* what) {
+        Require(value == notSet || value == exported || value == start ||
+                    std::find(list.begin(), list.end(), value) != list.end(),
+                what, model);
+    };
+    offered(d.GetDensityList(), d.GetDensity(), 0, e.density, fresh.GetDensity(), "density");
+    offered(d.GetQualityList(), d.GetQuality(), 0, e.quality, fresh.GetQuality(), "quality");
+    offered(d.GetCutModeList(), d.GetCutMode(), 0, e.cutMode, fresh.GetCutMode(), "cut");
+    offered(d.GetRecoveryList(), d.GetRecovery(), 0, e.recovery, fresh.GetRecovery(), "recovery");
+    offered(d.GetBlackMarkList(), d.GetBlackMark(), 0, e.blackMark, fresh.GetBlackMark(),
+            "black mark");
+    offered(d.GetPresentationList(), d.GetPresentationMode(), 0, e.presentationMode,
+            fresh.GetPresentationMode(), "presentation");
+    offered(d.GetContinuousModeList(), d.GetContinuousMode(), 1, e.continuousMode,
+            fresh.GetContinuousMode(), "continuous");
+    offered(d.GetHeadLedList(), d.GetHeadLed(), 0, e.headLed, fresh.GetHeadLed(), "head LED");
+    offered(d.GetPage2PageActionList(), d.GetPage2PageAction(), 0, e.page2PageAction,
+            fresh.GetPage2PageAction(), "page-to-page action");
+    offered(d.GetFeederList(), d.GetFeeder(), 0, e.feeder, fresh.GetFeeder(), "feeder");
+    offered(d.GetCashDrawerPhaseList(), d.GetCashDrawerPhase(), 0, e.cashDrawerPhase,
+            fresh.GetCashDrawerPhase(), "drawer phase");
     Require(d.GetBuzzer() == 0 && d.GetSelector() == 0, "buzzer and selector unsupported", model);
     Require(d.GetConvMode() <= 2, "conversion mode", model);
     const int t = d.GetConvThreshold(), up = d.GetConvFilterUp(), down = d.GetConvFilterDown();
@@ -185,10 +160,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const size_t logged = data[size - 1] % devices.all.size();
     // The record exactly as large as its type, on the heap, so that any read or write past it
     // is caught.
-    auto input = std::make_unique<uint8_t[]>(sizeof(OemDevPayload));
-    for (size_t i = 0; i < sizeof(OemDevPayload); ++i) {
-        input[i] = i < size ? data[i] : 0;
-    }
+    auto input = std::make_unique<uint8_t[]>(sizeof(OemDevPayload));  // zero-filled
+    std::memcpy(input.get(), data, std::min(size, sizeof(OemDevPayload)));
     const auto* loaded = reinterpret_cast<const OemDevPayload*>(input.get());
     auto saved = std::make_unique<uint8_t[]>(sizeof(OemDevPayload));
     auto again = std::make_unique<uint8_t[]>(sizeof(OemDevPayload));

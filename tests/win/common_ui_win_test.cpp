@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "entry/gpd_reader_win.h"
 #include "session/oem_ui_state.h"
 #include "infra/registry_win.h"
 #include "kivui_dll_win.h"
@@ -16,8 +15,6 @@
 #include "settings/ui_device_common.h"
 
 namespace {
-
-const wchar_t kDefaultLogFolder[] = L"%ALLUSERSPROFILE%\\ORVANE\\KIV\\Logs";
 
 std::string Narrow(const std::wstring& text) {
     return std::string(text.begin(), text.end());
@@ -84,7 +81,6 @@ TEST_F(CommonUi, PrinterPropertiesAndCountingCallTouchNothing) {
     };
     const Case cases[] = {
         {"printer properties", OEMCUIP_PRNPROP, true},
-        {"printer properties, counting", OEMCUIP_PRNPROP, false},
         {"document counting call", OEMCUIP_DOCPROP, false},
     };
     for (const Case& c : cases) {
@@ -138,53 +134,6 @@ TEST_F(CommonUi, FullDocumentPass) {
     EXPECT_EQ(639, state->paperWidthDots);
 }
 
-// What the pass reads is written back: the defaults on the first opening (never the language
-// monitor's value), and each value as it was understood.
-TEST_F(CommonUi, ConfigurationValuesAreReadAndWrittenBack) {
-    const std::wstring folder = TempFolder(L"cfg");
-    const std::wstring printer = ScratchPrinterName(L"config");
-    struct Case {
-        const char* what;
-        const wchar_t* verbosityText;  // stored as a string when set
-        int verbosity;                 // -1: nothing stored
-        DWORD expectedVerbosity;
-        const wchar_t* logFolder;  // null: nothing stored
-        std::wstring expectedFolder;
-    };
-    const Case cases[] = {
-        {"first opening", nullptr, -1, 0, nullptr, kDefaultLogFolder},
-        {"verbosity 100 reads as 7", nullptr, 100, 7, folder.c_str(), folder},
-        {"verbosity as a string reads as 0", L"5", -1, 0, folder.c_str(), folder},
-        {"empty log folder is replaced", nullptr, 0, 0, L"", kDefaultLogFolder},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        ScratchConfigKey key(printer);
-        if (c.verbosityText != nullptr)
-            registry_.WriteString(key.Path(), L"LogVerbosity_UiUni", c.verbosityText);
-        if (c.verbosity >= 0)
-            registry_.WriteDword(key.Path(), L"LogVerbosity_UiUni",
-                                 static_cast<DWORD>(c.verbosity));
-        if (c.logFolder != nullptr)
-            registry_.WriteString(key.Path(), L"LogFolder", c.logFolder);
-        DocumentCall call(printer);
-        ASSERT_EQ(S_OK, ui_->CommonUIProp(OEMCUIP_DOCPROP, &call.param));
-        ASSERT_NE(nullptr, call.State());
-        EXPECT_EQ(c.expectedVerbosity, call.State()->config.logVerbosity);
-        DWORD stored = 99;
-        EXPECT_TRUE(registry_.ReadDword(key.Path(), L"LogVerbosity_UiUni", &stored));
-        EXPECT_EQ(c.expectedVerbosity, stored);
-        EXPECT_FALSE(registry_.ReadDword(key.Path(), L"LogVerbosity_LM", &stored));
-        std::wstring storedFolder;
-        EXPECT_TRUE(registry_.ReadString(key.Path(), L"LogFolder", &storedFolder));
-        EXPECT_EQ(c.expectedFolder, storedFolder);
-        EXPECT_EQ(Narrow(storedFolder), call.State()->config.logFolder);
-    }
-    QuietLog();
-    DeleteFileW((folder + L"\\" + printer + L"_UI.log").c_str());
-    RemoveDirectoryW(folder.c_str());
-}
-
 bool MutexExists(const std::wstring& printer) {
     HANDLE mutex = OpenMutexW(SYNCHRONIZE, FALSE, (L"Global\\M_LOG_" + printer).c_str());
     if (mutex != nullptr)
@@ -219,13 +168,6 @@ TEST_F(CommonUi, TwoPrintersHaveTwoKeysLogsAndMutexes) {
     EXPECT_EQ(std::string::npos, ReadWholeFile(logA).find(Narrow(b)));
     EXPECT_TRUE(MutexExists(b));
     EXPECT_FALSE(MutexExists(a));  // the log let go of A's mutex when it moved to B
-
-    // The two keys stay apart: each pass wrote back its own verbosity.
-    DWORD verbosityA = 0, verbosityB = 0;
-    registry_.ReadDword(keyA.Path(), L"LogVerbosity_UiUni", &verbosityA);
-    registry_.ReadDword(keyB.Path(), L"LogVerbosity_UiUni", &verbosityB);
-    EXPECT_EQ(6u, verbosityA);
-    EXPECT_EQ(4u, verbosityB);
 
     QuietLog();
     EXPECT_FALSE(MutexExists(b));
@@ -305,26 +247,6 @@ TEST_F(CommonUi, AppliedValuesSurviveTheNextOpening) {
         EXPECT_EQ(-12, call.State()->device->GetOffsetX());
         EXPECT_EQ(0, std::memcmp(record.data(), &call.State()->workOEMDev, OEMDEV_SIZE));
     }
-}
-
-TEST(CommonUiModelText, ReadFromGpdFilesInOneFolder) {
-    const std::wstring folder = TempFolder(L"gpd");
-    std::ofstream(Narrow(folder + L"\\model.gpd"), std::ios::binary)
-        << "*GPDSpecVersion: \"1.0\"\r\n*Include: \"names.gpd\"\r\n*ModelName: \"X\"\r\n";
-    std::ofstream(Narrow(folder + L"\\names.gpd"), std::ios::binary)
-        << "*% model data\r\n*OEMCustomData: \"TRX418A|SEC\"\r\n+ \"<7C>3\"\r\n";
-    const GpdReadResult found = ReadModelDataTextFromFile(folder + L"\\model.gpd");
-    EXPECT_TRUE(found.found);
-    EXPECT_EQ("TRX418A|SEC|3", found.text);
-
-    const GpdReadResult missing = ReadModelDataTextFromFile(folder + L"\\absent.gpd");
-    EXPECT_FALSE(missing.found);
-    EXPECT_EQ(1u, missing.unreadFiles);
-    EXPECT_EQ(L"", PrinterDataFile(nullptr));
-
-    DeleteFileW((folder + L"\\model.gpd").c_str());
-    DeleteFileW((folder + L"\\names.gpd").c_str());
-    RemoveDirectoryW(folder.c_str());
 }
 
 }  // namespace

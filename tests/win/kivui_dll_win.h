@@ -41,35 +41,32 @@ class KivUiDll {
         static KivUiDll dll;
         return dll;
     }
-    bool Loaded() const { return getClassObject_ != nullptr && canUnloadNow_ != nullptr; }
-    DllGetClassObjectFn GetClassObject() const { return getClassObject_; }
-    DllCanUnloadNowFn CanUnloadNow() const { return canUnloadNow_; }
+    bool Loaded() const { return getClassObject != nullptr && canUnloadNow != nullptr; }
 
     // The framework's sequence: class factory, CreateInstance(IUnknown), QueryInterface.
     IPrintOemUI* CreateOemUI() const {
         ComRef<IClassFactory> factory;
         ComRef<IUnknown> unknown;
         IPrintOemUI* ui = nullptr;
-        if (Loaded() && SUCCEEDED(getClassObject_(CLSID_OEMUI, IID_IClassFactory, factory.out())) &&
+        if (Loaded() && SUCCEEDED(getClassObject(CLSID_OEMUI, IID_IClassFactory, factory.out())) &&
             SUCCEEDED(factory->CreateInstance(nullptr, IID_IUnknown, unknown.out()))) {
             unknown->QueryInterface(IID_IPrintOemUI, reinterpret_cast<void**>(&ui));
         }
         return ui;
     }
 
-  private:
-    KivUiDll() : module_(LoadLibraryW(L"KivUI.dll")) {
-        if (module_ != nullptr) {
-            getClassObject_ = reinterpret_cast<DllGetClassObjectFn>(
-                reinterpret_cast<void*>(GetProcAddress(module_, "DllGetClassObject")));
-            canUnloadNow_ = reinterpret_cast<DllCanUnloadNowFn>(
-                reinterpret_cast<void*>(GetProcAddress(module_, "DllCanUnloadNow")));
-        }
-    }
+    const HMODULE module = LoadLibraryW(L"KivUI.dll");
+    const DllGetClassObjectFn getClassObject = Export<DllGetClassObjectFn>("DllGetClassObject");
+    const DllCanUnloadNowFn canUnloadNow = Export<DllCanUnloadNowFn>("DllCanUnloadNow");
 
-    HMODULE module_;
-    DllGetClassObjectFn getClassObject_ = nullptr;
-    DllCanUnloadNowFn canUnloadNow_ = nullptr;
+  private:
+    KivUiDll() = default;
+    template <typename Fn>
+    Fn Export(const char* name) const {
+        return module == nullptr
+                   ? nullptr
+                   : reinterpret_cast<Fn>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+    }
 };
 
 // A test holding a fresh driver UI object of the plug-in.

