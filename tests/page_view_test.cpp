@@ -1,4 +1,4 @@
-// Tests of what every page's rules share: trackbar labels, selections, integers, previews.
+// Tests of what every page's rules share: trackbar labels, selections, titles.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -34,26 +34,6 @@ TEST(PageView, SelectionsAndPositionsBecomeBytes) {
 
 TEST(PageView, PanelTitleQuotesThePageName) {
     EXPECT_EQ(PanelTitle(PageId::kPrintAdjust), "\"Print adjust\" Panel ");
-}
-
-TEST(PageView, PreviewFitsKeepingAspectAndCentres) {
-    struct Case {
-        int boxW, boxH;
-        uint32_t imageW, imageH;
-        PreviewPlacement placement;
-    };
-    const Case cases[] = {
-        {200, 200, 100, 50, {200, 100, 0, 50}},  // wide image grows to the box width
-        {200, 200, 50, 100, {100, 200, 50, 0}},  // tall image grows to the box height
-        {100, 100, 300, 100, {100, 33, 0, 33}},  // truncated size, halved offset
-        {101, 50, 10, 10, {50, 50, 25, 0}},      // odd remainder: shift drops the half
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message()
-                     << c.imageW << "x" << c.imageH << " in " << c.boxW << "x" << c.boxH);
-        EXPECT_EQ(FitPreview(c.boxW, c.boxH, c.imageW, c.imageH), c.placement);
-    }
-    EXPECT_FALSE(FitPreview(200, 200, 0, 10).has_value());
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 
 #include <climits>
 #include <cstring>
-#include <optional>
 #include <vector>
 
 #include "infra/log.h"
@@ -25,7 +24,6 @@ using GpBrush = void;
 GpStatus WINAPI GdiplusStartup(ULONG_PTR* token, const KivGdiplusStartupInput* input, void* output);
 void WINAPI GdiplusShutdown(ULONG_PTR token);
 GpStatus WINAPI GdipLoadImageFromStream(IStream* stream, GpImage** image);
-GpStatus WINAPI GdipLoadImageFromFile(const WCHAR* filename, GpImage** image);
 GpStatus WINAPI GdipGetImageWidth(GpImage* image, UINT* width);
 GpStatus WINAPI GdipGetImageHeight(GpImage* image, UINT* height);
 GpStatus WINAPI GdipDisposeImage(GpImage* image);
@@ -47,16 +45,14 @@ namespace {
 
 constexpr GpStatus kGdipOk = 0;
 constexpr GpStatus kGdipGenericError = 1;
-constexpr GpStatus kGdipInvalidParameter = 2;
 constexpr GpStatus kGdipOutOfMemory = 3;
 constexpr INT kPixelFormat24bppRGB = 0x00021808;
 constexpr INT kInterpolationHighQualityBicubic = 7;
 constexpr DWORD kWhite = 0xFFFFFFFF;
 
-// Draws `image` at the given place on a white 24-bit canvas and hands the canvas out as an
+// Draws `image` over a white 24-bit canvas of its own size and hands the canvas out as an
 // HBITMAP on white.
-GpStatus RenderOnWhite(GpImage* image, INT canvasWidth, INT canvasHeight, INT x, INT y, INT width,
-                       INT height, HBITMAP* out) {
+GpStatus RenderOnWhite(GpImage* image, INT canvasWidth, INT canvasHeight, HBITMAP* out) {
     GpBitmap* canvas = nullptr;
     GpStatus status = GdipCreateBitmapFromScan0(canvasWidth, canvasHeight, 0, kPixelFormat24bppRGB,
                                                 nullptr, &canvas);
@@ -73,7 +69,7 @@ GpStatus RenderOnWhite(GpImage* image, INT canvasWidth, INT canvasHeight, INT x,
             GdipDeleteBrush(white);
         }
         GdipSetInterpolationMode(graphics, kInterpolationHighQualityBicubic);
-        status = GdipDrawImageRectI(graphics, image, x, y, width, height);
+        status = GdipDrawImageRectI(graphics, image, 0, 0, canvasWidth, canvasHeight);
         GdipDeleteGraphics(graphics);
     }
     if (status == kGdipOk) {
@@ -268,41 +264,10 @@ HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeNa
         } else {
             const INT w = static_cast<INT>(width);
             const INT h = static_cast<INT>(height);
-            status = RenderOnWhite(image, w, h, 0, 0, w, h, &bitmap);
+            status = RenderOnWhite(image, w, h, &bitmap);
         }
         GdipDisposeImage(image);
     }
-    return status == kGdipOk ? bitmap : nullptr;
-}
-
-HBITMAP LoadPreviewBitmap(const std::string& path, int boxWidth, int boxHeight) {
-    std::wstring widePath = WidenAnsi(path);
-    DWORD attributes = GetFileAttributesW(widePath.c_str());
-    if (widePath.empty() || attributes == INVALID_FILE_ATTRIBUTES) {
-        return nullptr;
-    }
-    if (boxWidth <= 0 || boxHeight <= 0) {
-        return nullptr;
-    }
-    GdiplusSession session;
-    if (!session.Started()) {
-        return nullptr;
-    }
-    GpImage* image = nullptr;
-    if (GdipLoadImageFromFile(widePath.c_str(), &image) != kGdipOk || image == nullptr) {
-        return nullptr;
-    }
-    UINT width = 0;
-    UINT height = 0;
-    GdipGetImageWidth(image, &width);
-    GdipGetImageHeight(image, &height);
-    HBITMAP bitmap = nullptr;
-    GpStatus status = kGdipInvalidParameter;
-    if (std::optional<PreviewPlacement> place = FitPreview(boxWidth, boxHeight, width, height)) {
-        status = RenderOnWhite(image, boxWidth, boxHeight, place->x, place->y, place->width,
-                               place->height, &bitmap);
-    }
-    GdipDisposeImage(image);
     return status == kGdipOk ? bitmap : nullptr;
 }
 

@@ -60,9 +60,6 @@ class GdiplusSession {
 
 // A PNG resource of `module` drawn on white as a 24-bit bitmap; null on any failure.
 HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeName);
-// An image file scaled into a white box of the given size, aspect kept, centred; null on any
-// failure (including a file that does not exist).
-HBITMAP LoadPreviewBitmap(const std::string& path, int boxWidth, int boxHeight);
 // Shows PNG resource `pngId` of the dialog's own module in a picture control.
 void SetPicture(HWND hDlg, int pictureId, int pngId);
 // Frees the bitmap a picture control holds (when the page is destroyed).

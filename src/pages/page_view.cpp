@@ -64,19 +64,3 @@ bool ParseIntegerText(std::string_view text, long* value) {
     *value = parsed;
     return true;
 }
-
-std::optional<PreviewPlacement> FitPreview(int boxWidth, int boxHeight, uint32_t imageWidth,
-                                           uint32_t imageHeight) {
-    if (imageWidth == 0 || imageHeight == 0) {
-        return std::nullopt;
-    }
-    double ratioW = static_cast<double>(boxWidth) / imageWidth;
-    double ratioH = static_cast<double>(boxHeight) / imageHeight;
-    double scale = ratioH > ratioW ? ratioW : ratioH;
-    PreviewPlacement placement{};
-    placement.width = static_cast<int>(imageWidth * scale);
-    placement.height = static_cast<int>(imageHeight * scale);
-    placement.x = (boxWidth - placement.width) >> 1;
-    placement.y = (boxHeight - placement.height) >> 1;
-    return placement;
-}

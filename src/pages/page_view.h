@@ -47,16 +47,3 @@ std::string PanelTitle(PageId page);
 std::string_view LimitText(std::string_view text, size_t limit);
 // Non-empty, starting with a digit or a sign, and wholly consumed by a base-10 conversion.
 bool ParseIntegerText(std::string_view text, long* value);
-
-// Where a scaled image lands inside a preview box.
-struct PreviewPlacement {
-    int width;
-    int height;
-    int x;
-    int y;
-    bool operator==(const PreviewPlacement&) const = default;
-};
-// Fits the image into the box keeping its aspect ratio (small images grow), centred. No
-// placement for an image without width or height.
-std::optional<PreviewPlacement> FitPreview(int boxWidth, int boxHeight, uint32_t imageWidth,
-                                           uint32_t imageHeight);

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -149,16 +148,6 @@ TEST_F(PagesWin, PrintPageFillsOnceFromTheModel) {
     EXPECT_EQ(IsControlEnabled(hDlg, 4242), 0);  // a missing control is simply not enabled
 }
 
-TEST_F(PagesWin, PrintPageStoredNoneOpensWithFiltersAtTheirEnds) {
-    state_.device->SetConvMode(1);
-    HWND hDlg = OpenPage(PageId::kPrint);
-    ASSERT_NE(hDlg, nullptr);
-    // The stored filters follow what the page shows.
-    EXPECT_EQ(state_.device->GetConvFilterDown(), 0);
-    EXPECT_EQ(state_.device->GetConvFilterUp(), 255);
-    EXPECT_EQ(IsControlEnabled(hDlg, IDC_PRINT_HIGH_FILTER_CAPTION), FALSE);
-}
-
 TEST_F(PagesWin, PrintTypeNoneThenDefaultThenAuto) {
     HWND hDlg = OpenPage(PageId::kPrint);
     ASSERT_NE(hDlg, nullptr);
@@ -240,48 +229,11 @@ TEST_F(PagesWin, PrintAdjustSavesOffsetsAndReductionOfAnOpenedPageOnly) {
     EXPECT_EQ(ValidateDeviceInfoFromUI(nullptr, &state_), TRUE);
 }
 
-// A 24-bit bottom-up BMP of one colour; the width keeps the rows free of padding.
-std::wstring WriteRedBmp(int width, int height) {
-    wchar_t folder[MAX_PATH] = {};
-    GetTempPathW(MAX_PATH, folder);
-    const std::wstring path = std::wstring(folder) + L"kiv_pages_preview.bmp";
-    // The file header after "BM", then the info header: one plane, 24 bits, no compression.
-    const uint32_t file[3] = {static_cast<uint32_t>(54 + width * height * 3), 0, 54};
-    const int32_t info[10] = {40, width, height, 1 | 24 << 16};
-    std::ofstream out(NarrowAnsi(path), std::ios::binary);
-    out << "BM";
-    out.write(reinterpret_cast<const char*>(file), sizeof file);
-    out.write(reinterpret_cast<const char*>(info), sizeof info);
-    for (int i = 0; i < width * height; ++i)
-        out.write("\x00\x00\xFF", 3);  // blue, green, red
-    return path;
-}
-
-TEST_F(PagesWin, PreviewIsScaledAndCentredOnWhite) {
-    EXPECT_EQ(LoadPreviewBitmap("C:\\no\\such\\file.png", 100, 100), nullptr);
-    const std::wstring path = WriteRedBmp(100, 50);
-    HBITMAP bitmap = LoadPreviewBitmap(NarrowAnsi(path), 200, 200);
-    DeleteFileW(path.c_str());
+TEST_F(PagesWin, PngResourcesKeepTheirSizeAndAnUnknownOneGivesNone) {
+    EXPECT_EQ(LoadPngResourceBitmap(module_, 9999, "PNG"), nullptr);
+    HBITMAP bitmap = LoadPngResourceBitmap(module_, IDB_PNG_HELP, "PNG");
     ASSERT_NE(bitmap, nullptr);
     BITMAP info{};
-    ASSERT_NE(GetObjectW(bitmap, sizeof info, &info), 0);
-    EXPECT_EQ(info.bmWidth, 200);
-    EXPECT_EQ(info.bmHeight, 200);
-    // Drawn 200 x 100 at (0, 50): white bands above and below.
-    HDC dc = CreateCompatibleDC(nullptr);
-    HGDIOBJ old = SelectObject(dc, bitmap);
-    EXPECT_EQ(GetPixel(dc, 100, 10), RGB(255, 255, 255));
-    EXPECT_EQ(GetPixel(dc, 100, 100), RGB(255, 0, 0));
-    EXPECT_EQ(GetPixel(dc, 5, 60), RGB(255, 0, 0));
-    EXPECT_EQ(GetPixel(dc, 100, 190), RGB(255, 255, 255));
-    SelectObject(dc, old);
-    DeleteDC(dc);
-    DeleteObject(bitmap);
-
-    // A picture of the plug-in keeps its own size; an unknown one gives none.
-    EXPECT_EQ(LoadPngResourceBitmap(module_, 9999, "PNG"), nullptr);
-    bitmap = LoadPngResourceBitmap(module_, IDB_PNG_HELP, "PNG");
-    ASSERT_NE(bitmap, nullptr);
     ASSERT_NE(GetObjectW(bitmap, sizeof info, &info), 0);
     EXPECT_GT(info.bmWidth * info.bmHeight, 0);
     DeleteObject(bitmap);
