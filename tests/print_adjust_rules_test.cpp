@@ -17,14 +17,14 @@ TEST(PrintAdjustRules, ViewShowsOffsetsChecksAndScale) {
     device.SetRotate180(7);
     device.SetReductionEnable(1);
     device.SetReductionValue(62);
-    PrintAdjustView view = MakePrintAdjustView(device);
-    EXPECT_EQ(view.offsetXText + " " + view.offsetYText, "-250 1000");
-    EXPECT_EQ(std::vector<bool>({view.whiteTopCrop, view.whiteBottomCrop, view.skipWhitePages,
-                                 view.rotate180, view.reductionChecked}),
+    const PrintAdjustControls shown = MakePrintAdjustView(device).controls;
+    EXPECT_EQ(shown.offsetXText + " " + shown.offsetYText, "-250 1000");
+    EXPECT_EQ(std::vector<bool>({shown.whiteTopCrop, shown.whiteBottomCrop, shown.skipWhitePages,
+                                 shown.rotate180, shown.reductionChecked}),
               std::vector<bool>({true, false, false, true, true}));
-    EXPECT_EQ(view.scale.selection, 4);
+    EXPECT_EQ(shown.scaleSelection, 4);
     device.SetReductionValue(13);  // not a step: the first entry
-    EXPECT_EQ(MakePrintAdjustView(device).scale.selection, 0);
+    EXPECT_EQ(MakePrintAdjustView(device).controls.scaleSelection, 0);
 }
 
 TEST(PrintAdjustRules, ControlsAreStoredAndAnUncheckedReductionKeepsItsStep) {

@@ -41,15 +41,16 @@ void EnableReductionValue(HWND hDlg, bool enabled) {
 
 void Fill(HWND hDlg, UiDeviceCommon& device) {
     const PrintAdjustView view = MakePrintAdjustView(device);
-    WriteControlText(hDlg, IDC_ADJUST_X_OFFSET, view.offsetXText);
-    WriteControlText(hDlg, IDC_ADJUST_Y_OFFSET, view.offsetYText);
-    SetChecked(hDlg, IDC_ADJUST_CROP_TOP, view.whiteTopCrop);
-    SetChecked(hDlg, IDC_ADJUST_CROP_BOTTOM, view.whiteBottomCrop);
-    SetChecked(hDlg, IDC_ADJUST_SKIP_WHITE, view.skipWhitePages);
-    SetChecked(hDlg, IDC_ADJUST_ROTATION, view.rotate180);
-    SetChecked(hDlg, IDC_ADJUST_REDUCTION_ENABLE, view.reductionChecked);
-    EnableReductionValue(hDlg, view.reductionChecked);
-    FillComboFromLabels(hDlg, IDC_ADJUST_REDUCTION_VALUE, view.scale.labels, view.scale.selection);
+    const PrintAdjustControls& shown = view.controls;
+    WriteControlText(hDlg, IDC_ADJUST_X_OFFSET, shown.offsetXText);
+    WriteControlText(hDlg, IDC_ADJUST_Y_OFFSET, shown.offsetYText);
+    SetChecked(hDlg, IDC_ADJUST_CROP_TOP, shown.whiteTopCrop);
+    SetChecked(hDlg, IDC_ADJUST_CROP_BOTTOM, shown.whiteBottomCrop);
+    SetChecked(hDlg, IDC_ADJUST_SKIP_WHITE, shown.skipWhitePages);
+    SetChecked(hDlg, IDC_ADJUST_ROTATION, shown.rotate180);
+    SetChecked(hDlg, IDC_ADJUST_REDUCTION_ENABLE, shown.reductionChecked);
+    EnableReductionValue(hDlg, shown.reductionChecked);
+    FillComboFromLabels(hDlg, IDC_ADJUST_REDUCTION_VALUE, view.scaleLabels, shown.scaleSelection);
 }
 
 bool OnCommand(HWND hDlg, int id, int code) {

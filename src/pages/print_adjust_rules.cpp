@@ -35,14 +35,17 @@ int16_t OffsetFromText(std::string_view text) {
 
 PrintAdjustView MakePrintAdjustView(const UiDeviceCommon& device) {
     return PrintAdjustView{
-        Format("%d", device.GetOffsetX()),
-        Format("%d", device.GetOffsetY()),
-        device.GetWhiteTopCrop() != 0,
-        device.GetWhiteBottomCrop() != 0,
-        device.GetSkipWhitePages() != 0,
-        device.GetRotate180() != 0,
-        device.GetReductionEnable() != 0,
-        ComboView{ScaleLabels(), UiDeviceCommon::PositionFromPercent(device.GetReductionValue())},
+        PrintAdjustControls{
+            Format("%d", device.GetOffsetX()),
+            Format("%d", device.GetOffsetY()),
+            device.GetWhiteTopCrop() != 0,
+            device.GetWhiteBottomCrop() != 0,
+            device.GetSkipWhitePages() != 0,
+            device.GetRotate180() != 0,
+            device.GetReductionEnable() != 0,
+            UiDeviceCommon::PositionFromPercent(device.GetReductionValue()),
+        },
+        ScaleLabels(),
     };
 }
 

@@ -14,18 +14,7 @@ inline constexpr int kOffsetMax = 1000;
 // An offset edit is read with room for 8 characters and the terminator.
 inline constexpr size_t kOffsetTextLimit = 8;
 
-struct PrintAdjustView {
-    std::string offsetXText;
-    std::string offsetYText;
-    bool whiteTopCrop;
-    bool whiteBottomCrop;
-    bool skipWhitePages;
-    bool rotate180;
-    bool reductionChecked;  // the reduction Value combo is enabled exactly when checked
-    ComboView scale;
-};
-PrintAdjustView MakePrintAdjustView(const UiDeviceCommon& device);
-
+// What the page's controls hold; the page is filled with it and read back into it.
 struct PrintAdjustControls {
     std::string offsetXText;
     std::string offsetYText;
@@ -33,9 +22,16 @@ struct PrintAdjustControls {
     bool whiteBottomCrop;
     bool skipWhitePages;
     bool rotate180;
-    bool reductionChecked;
+    bool reductionChecked;  // the reduction Value combo is enabled exactly when checked
     int scaleSelection;
 };
+
+struct PrintAdjustView {
+    PrintAdjustControls controls;
+    LabelList scaleLabels;
+};
+PrintAdjustView MakePrintAdjustView(const UiDeviceCommon& device);
+
 // X completely (integer, then range) before Y; texts are cut to what the edit hands back.
 std::optional<ValidationFailure> ValidatePrintAdjustControls(const PrintAdjustControls& controls);
 // The values the controls stand for, into the device. The reduction value is taken only when
