@@ -93,6 +93,9 @@ LONG DocUICallBack(PCPSUICBPARAM pCallbackParam, POEMCUIPPARAM pOEMUIParam) {
 }  // namespace
 
 LONG APIENTRY OEMDocUICallBack(PCPSUICBPARAM pCallbackParam, POEMCUIPPARAM pOEMUIParam) {
-    return Guarded(kCallbackName, LONG{0},
+    // An apply that threw saved nothing: the sheet must not close as though it had.
+    const bool applying =
+        pCallbackParam != nullptr && pCallbackParam->Reason == CPSUICB_REASON_APPLYNOW;
+    return Guarded(kCallbackName, applying ? CPSUICB_ACTION_NO_APPLY_EXIT : CPSUICB_ACTION_NONE,
                    [&] { return DocUICallBack(pCallbackParam, pOEMUIParam); });
 }
