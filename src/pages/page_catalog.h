@@ -58,7 +58,7 @@ inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kCutMove, IDD_PROPPAGE_DOC_CUTMODE, "IDD_PROPPAGE_DOC_CUTMODE", "Cut/Move",
      "DocCutMove", CapabilityMask({7, 2, 5, 6}), false, 4, true, false},
     {PageId::kAccessories, IDD_PROPPAGE_DOC_ACCESSORIES, "IDD_PROPPAGE_DOC_ACCESSORIES",
-     "Accessories", "DocAccessories", CapabilityMask({3, 4}), false, 0, true, false},
+     "Accessories", "DocAccessories", CapabilityMask({3, 4}), false, 0, true, true},
     {PageId::kPeripherals, IDD_PROPPAGE_DOC_PERIPHERALS, "IDD_PROPPAGE_DOC_PERIPHERALS",
      "Peripherals", "DocPeripherals", CapabilityMask({1, 0}), false, 3, true, false},
     {PageId::kPresentation, IDD_PROPPAGE_DOC_PRESENTATION, "IDD_PROPPAGE_DOC_PRESENTATION",
