@@ -62,7 +62,7 @@ inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kPeripherals, IDD_PROPPAGE_DOC_PERIPHERALS, "IDD_PROPPAGE_DOC_PERIPHERALS",
      "Peripherals", "DocPeripherals", CapabilityMask({1, 0}), false, 3, true, false},
     {PageId::kPresentation, IDD_PROPPAGE_DOC_PRESENTATION, "IDD_PROPPAGE_DOC_PRESENTATION",
-     "Presentation", "DocPresentation", CapabilityMask({10, 8, 9}), false, 5, true, false},
+     "Presentation", "DocPresentation", CapabilityMask({10, 8, 9}), false, 5, true, true},
     {PageId::kWatermark, IDD_PROPPAGE_DOC_WATERMARK, "IDD_PROPPAGE_DOC_WATERMARK", "Watermark",
      "DocWatermark", 0, false, 6, true, false},
     {PageId::kCoupon, IDD_PROPPAGE_DOC_COUPON, "IDD_PROPPAGE_DOC_COUPON", "Coupon", "DocCoupon", 0,
