@@ -56,7 +56,7 @@ inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kPrintAdjust, IDD_PROPPAGE_DOC_PRINT_ADJUST, "IDD_PROPPAGE_DOC_PRINT_ADJUST",
      "Print adjust", "DocPrintAdjust", 0, false, 2, true, true},
     {PageId::kCutMove, IDD_PROPPAGE_DOC_CUTMODE, "IDD_PROPPAGE_DOC_CUTMODE", "Cut/Move",
-     "DocCutMove", CapabilityMask({7, 2, 5, 6}), false, 4, true, false},
+     "DocCutMove", CapabilityMask({7, 2, 5, 6}), false, 4, true, true},
     {PageId::kAccessories, IDD_PROPPAGE_DOC_ACCESSORIES, "IDD_PROPPAGE_DOC_ACCESSORIES",
      "Accessories", "DocAccessories", CapabilityMask({3, 4}), false, 0, true, true},
     {PageId::kPeripherals, IDD_PROPPAGE_DOC_PERIPHERALS, "IDD_PROPPAGE_DOC_PERIPHERALS",
