@@ -60,7 +60,7 @@ inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kAccessories, IDD_PROPPAGE_DOC_ACCESSORIES, "IDD_PROPPAGE_DOC_ACCESSORIES",
      "Accessories", "DocAccessories", CapabilityMask({3, 4}), false, 0, true, true},
     {PageId::kPeripherals, IDD_PROPPAGE_DOC_PERIPHERALS, "IDD_PROPPAGE_DOC_PERIPHERALS",
-     "Peripherals", "DocPeripherals", CapabilityMask({1, 0}), false, 3, true, false},
+     "Peripherals", "DocPeripherals", CapabilityMask({1, 0}), false, 3, true, true},
     {PageId::kPresentation, IDD_PROPPAGE_DOC_PRESENTATION, "IDD_PROPPAGE_DOC_PRESENTATION",
      "Presentation", "DocPresentation", CapabilityMask({10, 8, 9}), false, 5, true, true},
     {PageId::kWatermark, IDD_PROPPAGE_DOC_WATERMARK, "IDD_PROPPAGE_DOC_WATERMARK", "Watermark",
