@@ -55,7 +55,7 @@ std::string GpdOf(std::string model) {
 }
 
 // Each GPD yields "MODEL|second|third|fourth" through its includes, and carries the root
-// entries Unidrv wants: the spec version first (before any comment), its names, the standard
+// entries Unidrv wants: *GPDSpecVersion first (before any comment), its names, the standard
 // features (paper sizes per model, the rest from the shared file).
 TEST(DriverPackage, EveryModelGpdYieldsItsModelTextAndTheRootEntries) {
     MemoryGpdFiles package = PackageFiles();
