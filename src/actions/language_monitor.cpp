@@ -6,17 +6,11 @@
 
 #include "entry/common_ui.h"
 #include "infra/config.h"
+#include "infra/text_format.h"
 
 namespace {
 
 constexpr size_t kModuleNameChars = 260;
-
-std::string UpperAscii(std::string text) {
-    for (char& c : text)
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    return text;
-}
 
 }  // namespace
 
