@@ -56,9 +56,10 @@ TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) 
     ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
     EXPECT_EQ(0u, info.Result);
     // No capability object yet: every page that exists is added, in the registration order.
-    ASSERT_EQ(2u, g_added.size());
+    ASSERT_EQ(3u, g_added.size());
     EXPECT_EQ(9, g_added[0].templateId);
     EXPECT_EQ(108, g_added[1].templateId);
+    EXPECT_EQ(110, g_added[2].templateId);
     for (const AddedPage& page : g_added) {
         EXPECT_EQ(static_cast<UINT>(CPSFUNC_ADD_PROPSHEETPAGEW), page.function);
         EXPECT_EQ(104u, page.size);
