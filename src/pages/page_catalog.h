@@ -74,7 +74,7 @@ inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kAdmin, IDD_PROPPAGE_DOC_ADMIN, "IDD_PROPPAGE_DOC_ADMIN", "Admin", "DocAdmin", 0, true,
      0, false, false},
     {PageId::kVersion, IDD_PROPPAGE_DOC_VERSION, "IDD_PROPPAGE_DOC_VERSION", "Version",
-     "DocVersion", 0, false, 0, false, false},
+     "DocVersion", 0, false, 0, false, true},
 };
 
 static_assert(std::size(kPageCatalog) == kPageCount, "one catalog row per page");

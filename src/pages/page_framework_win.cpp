@@ -294,3 +294,24 @@ void ReleasePicture(HWND hDlg, int pictureId) {
         DeleteObject(previous);
     }
 }
+
+PageContext* PageContextOf(HWND hDlg) {
+    return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
+}
+
+bool CopyTextToClipboard(HWND owner, const std::string& text) {
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    if (block == nullptr)
+        return false;
+    if (void* bytes = GlobalLock(block)) {
+        std::memcpy(bytes, text.c_str(), text.size() + 1);
+        GlobalUnlock(block);
+    }
+    // The clipboard owns the block once SetClipboardData accepts it.
+    const bool copied =
+        OpenClipboard(owner) && EmptyClipboard() && SetClipboardData(CF_TEXT, block) != nullptr;
+    if (!copied)
+        GlobalFree(block);
+    CloseClipboard();
+    return copied;
+}

@@ -101,7 +101,15 @@ struct PageDefinition {
     // Either may be null for a page that checks or keeps nothing.
     std::optional<ValidationFailure> (*validate)(HWND hDlg);
     void (*store)(HWND hDlg, UiDeviceCommon& device);
+    // A click on one of the page's pictures (a static control with notification); may be null.
+    void (*onPictureClick)(HWND hDlg, int pictureId) = nullptr;
 };
+
+// The shared page block of the sheet the page belongs to; null before WM_INITDIALOG.
+PageContext* PageContextOf(HWND hDlg);
+
+// `text` on the clipboard as 8-bit text (CF_TEXT, in a movable block); false on any failure.
+bool CopyTextToClipboard(HWND owner, const std::string& text);
 
 // Each built page's _win file defines the specialisation for its id; a catalog row marked built
 // without one fails to link.

@@ -84,6 +84,11 @@ void OnCommand(HWND hDlg, const PageDefinition& definition, const PageContext* c
     // A picture's click shares its code with a button's; pictures hold no setting.
     const bool picture = std::any_of(definition.pictures.begin(), definition.pictures.end(),
                                      [id](const PictureRow& row) { return row.control == id; });
+    if (picture && code == STN_CLICKED && definition.onPictureClick != nullptr &&
+        (context == nullptr || !context->filling)) {
+        definition.onPictureClick(hDlg, id);
+        return;
+    }
     if (picture || !IsSettingNotification(code) || (context != nullptr && context->filling)) {
         return;
     }

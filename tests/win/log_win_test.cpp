@@ -84,6 +84,31 @@ TEST(LogWinFile, NewFileHeadLayoutAndModuleVersion) {
     EXPECT_EQ(ModuleIdentityWin(nullptr).Version(), "");  // the test program has no resource
 }
 
+// The head ends with the operating-system report, numbered as the system reports itself.
+TEST(LogWinFile, NewFileHeadEndsWithTheOperatingSystemLines) {
+    TempFolder folder;
+    WinLog w;
+    w.log.SetHeadExtension(WriteOsReport);
+    w.log.Open(u"LogWin Os", folder.path, kLogToFile, 4, 0);
+    w.log.Write(kLogError, "C::F", "first");
+    w.log.Close();
+    OSVERSIONINFOW info = {};
+    info.dwOSVersionInfoSize = sizeof info;
+    ASSERT_TRUE(GetVersionExW(&info));
+    Lines messages;
+    for (const std::string& line : ReadLines(folder.path + "\\LogWin Os_UI.log"))
+        if (line.find("[LogSystemVersion] ") != std::string::npos)
+            messages.push_back(line.substr(line.find("] LogSystemVersion: ") + 2));
+    ASSERT_GE(messages.size(), 7u);
+    const std::string os = "LogSystemVersion: OS-> ";
+    EXPECT_TRUE(std::regex_match(messages[0], std::regex(os + "(Windows .*|Other Windows)")));
+    EXPECT_EQ(messages[1], os + "64bit");
+    const Lines tail(messages.end() - 5, messages.end());
+    EXPECT_EQ(tail[0], os + "MajorVersion: " + std::to_string(info.dwMajorVersion));
+    EXPECT_EQ(tail[1], os + "MinorVersion: " + std::to_string(info.dwMinorVersion));
+    EXPECT_EQ(tail[4], os + "Build: " + std::to_string(info.dwBuildNumber));
+}
+
 TEST(LogWinFile, FilePastFiveMiBIsBegunAnewAtTheTwentiethLine) {
     TempFolder folder;
     const std::string path = folder.path + "\\Big_UI.log";
@@ -186,14 +211,21 @@ TEST(LogWinProcesses, WritersInSeveralProcessesNeitherTearNorLoseLines) {
 
     const Lines lines = ReadLines(folder.path + "\\LogWin Shared_UI.log");
     const std::regex written(kStamp + R"(\[Writer\] child (\d) line (\d+) <(.*)>)");
-    ASSERT_EQ(lines.size(), 2u + kChildren * kChildLines);  // one head, by whichever came first
+    // One head (module and operating-system lines), by whichever came first.
+    const std::regex headLine(kStamp +
+                              R"(\[(LogFileInfo|LogSystemVersion|LogDisplayVersion)\] .*)");
+    size_t head = 0;
+    while (head < lines.size() && std::regex_match(lines[head], headLine))
+        ++head;
+    ASSERT_GE(head, 2u);
+    ASSERT_EQ(lines.size(), head + kChildren * kChildLines);
     std::map<int, int> next;
     int switches = 0;
-    for (size_t i = 2; i < lines.size(); ++i) {
+    for (size_t i = head; i < lines.size(); ++i) {
         std::smatch match;
         ASSERT_TRUE(std::regex_match(lines[i], match, written)) << lines[i];
         const int id = std::stoi(match[1].str());
-        switches += i > 2 && lines[i - 1].find("child " + match[1].str()) == std::string::npos;
+        switches += i > head && lines[i - 1].find("child " + match[1].str()) == std::string::npos;
         EXPECT_EQ(match[3].str(), std::string(120, static_cast<char>('a' + id)));
         // Each child's lines arrive complete and in its own order.
         EXPECT_EQ(std::stoi(match[2].str()), next[id]++) << lines[i];
