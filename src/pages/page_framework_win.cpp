@@ -295,10 +295,6 @@ void ReleasePicture(HWND hDlg, int pictureId) {
     }
 }
 
-PageContext* PageContextOf(HWND hDlg) {
-    return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
-}
-
 bool CopyTextToClipboard(HWND owner, const std::string& text) {
     HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
     if (block == nullptr)

@@ -105,9 +105,6 @@ struct PageDefinition {
     void (*onPictureClick)(HWND hDlg, int pictureId) = nullptr;
 };
 
-// The shared page block of the sheet the page belongs to; null before WM_INITDIALOG.
-PageContext* PageContextOf(HWND hDlg);
-
 // `text` on the clipboard as 8-bit text (CF_TEXT, in a movable block); false on any failure.
 bool CopyTextToClipboard(HWND owner, const std::string& text);
 
