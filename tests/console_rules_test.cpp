@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "settings/setting_enums.h"
+#include "support/fake_text_codec.h"
+#include "support/memory_hive.h"
 #include "settings/ui_device_common.h"
 
 namespace {
@@ -112,6 +114,20 @@ TEST(ConsoleRules, ChecksStartThenEndWithTheirTexts) {
                   c.message ? c.message + (" | " + c.logLine) : "");
         EXPECT_TRUE(!c.got || c.got->page == PageId::kConsole);
     }
+}
+
+TEST(ConsoleRules, RigsetFromItsUninstallEntry) {
+    MemoryHive hive;
+    FakeTextCodec text;
+    EXPECT_EQ(RigsetProgramPath(hive, text), "");
+    hive.Put(kRigsetUninstallKey, u"InstallLocation", kRegSz, Utf16Bytes(u"C:\\Orvane\\Rigset"));
+    const std::string program = RigsetProgramPath(hive, text);
+    EXPECT_EQ(program, "C:\\Orvane\\Rigset\\OvRigset.exe");
+    EXPECT_EQ(WorkingFolderOf(program), "C:\\Orvane\\Rigset");
+    EXPECT_EQ(WorkingFolderOf("D:/tools/OvRigset.exe"), "D:/tools");
+    EXPECT_EQ(WorkingFolderOf("OvRigset.exe"), "");
+    EXPECT_STREQ(RigsetParameters(true), "/SWLOGMENU");
+    EXPECT_STREQ(RigsetParameters(false), "");
 }
 
 }  // namespace

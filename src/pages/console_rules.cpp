@@ -1,6 +1,7 @@
 // The Console page's rules: the start-job and end-job commands, their modes, checks and storage.
 #include "pages/console_rules.h"
 
+#include "infra/config.h"
 #include "infra/text_format.h"
 #include "pages/free_buffer.h"
 #include "settings/setting_enums.h"
@@ -156,4 +157,21 @@ void StoreConsoleControls(UiDeviceCommon& device, const ConsoleControls& control
     device.SetStartJobBuffer(CommandBytes(start, controls.startText));
     device.SetEndJobBufferMode(end);
     device.SetEndJobBuffer(CommandBytes(end, controls.endText));
+}
+
+std::string RigsetProgramPath(RegistryHive& localMachine, TextCodec& text) {
+    std::u16string location;
+    if (!ReadRegistryString(localMachine, kRigsetUninstallKey, u"InstallLocation", &location)) {
+        return {};
+    }
+    return text.Narrow(location) + "\\OvRigset.exe";
+}
+
+std::string WorkingFolderOf(const std::string& program) {
+    const size_t separator = program.find_last_of("/\\");
+    return separator == std::string::npos ? std::string() : program.substr(0, separator);
+}
+
+const char* RigsetParameters(bool ctrlHeld) {
+    return ctrlHeld ? "/SWLOGMENU" : "";
 }

@@ -9,6 +9,8 @@
 #include <string_view>
 
 #include "pages/page_view.h"
+#include "ports/registry_hive.h"
+#include "ports/text_codec.h"
 
 class UiDeviceCommon;
 
@@ -59,3 +61,15 @@ std::optional<ValidationFailure> ValidateConsoleControls(const ConsoleControls& 
                                                          const FileExists& fileExists);
 // Each command's mode and its bytes (the path of a file, the converted text) into the device.
 void StoreConsoleControls(UiDeviceCommon& device, const ConsoleControls& controls);
+
+// The set-up application's uninstall entry, in the 32-bit view of the local machine: its
+// installer registers it under this product key.
+inline constexpr const char16_t* kRigsetUninstallKey =
+    u"SOFTWARE\\WOW6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
+    u"{25B428D7-4F2B-4914-B60C-5AC456B1C1E2}";
+// The set-up program ("InstallLocation" + "\OvRigset.exe"); empty when it is not installed.
+std::string RigsetProgramPath(RegistryHive& localMachine, TextCodec& text);
+// The folder part of a program path (up to its last "/" or "\"); empty without one.
+std::string WorkingFolderOf(const std::string& program);
+// Ctrl held at the click opens the set-up program on its log menu.
+const char* RigsetParameters(bool ctrlHeld);

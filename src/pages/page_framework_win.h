@@ -102,6 +102,10 @@ struct PageDefinition {
 template <PageId kPage>
 const PageDefinition& DefinitionOf();
 
+// The sheet's shared block as the page keeps it; null before WM_INITDIALOG. Pages whose actions
+// reach beyond their controls (the printer, the sheet's reset request) find it here.
+PageContext* PageContextOf(HWND hDlg);
+
 // The definition and the dialog procedure of a built page; null for a page not built yet.
 const PageDefinition* FindPageDefinition(PageId page);
 DLGPROC PageProcedureOf(PageId page);

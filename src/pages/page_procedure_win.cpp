@@ -23,10 +23,6 @@ void TrackSlot(HWND hDlg, PageId page, PageContext& context) {
     }
 }
 
-PageContext* ContextOf(HWND hDlg) {
-    return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
-}
-
 // WM_INITDIALOG: the context of the PROPSHEETPAGEW is kept in the page (DWLP_USER) and on the
 // sheet (GWLP_USERDATA, where the document callback finds it).
 PageContext* Attach(HWND hDlg, LPARAM lParam) {
@@ -124,7 +120,7 @@ INT_PTR RunPage(PageId page, const PageDefinition& definition, HWND hDlg, UINT m
         TheLog().Write(kLogInfo, NamesOf(page).logName.c_str(), "hDlg NULL");
         return 0;
     }
-    PageContext* context = ContextOf(hDlg);
+    PageContext* context = PageContextOf(hDlg);
     if (context != nullptr) {
         TrackSlot(hDlg, page, *context);
     }
@@ -183,6 +179,10 @@ constexpr std::array<BuiltPage, kPageCount> kBuiltPages =
     MakeBuiltPages(std::make_index_sequence<kPageCount>());
 
 }  // namespace
+
+PageContext* PageContextOf(HWND hDlg) {
+    return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
+}
 
 const PageDefinition* FindPageDefinition(PageId page) {
     const BuiltPage& built = kBuiltPages[static_cast<size_t>(page)];
