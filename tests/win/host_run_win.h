@@ -122,7 +122,8 @@ class HostTestBase : public ::testing::Test {
         RemoveDirectoryW(dir_.c_str());
     }
 
-    // A printer whose configuration starts afresh with its log in the scratch folder.
+    // A printer whose configuration starts afresh with its log and its print folder (the host's
+    // last document) in the scratch folder.
     std::wstring NewPrinter(const std::wstring& model) {
         std::wstring printer = L"KIV " + tag_ + L" " + model;
         printers_.push_back(printer);
@@ -131,8 +132,9 @@ class HostTestBase : public ::testing::Test {
         HKEY h = nullptr;
         if (RegCreateKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0,
                             KEY_WRITE | KEY_WOW64_64KEY, nullptr, &h, nullptr) == ERROR_SUCCESS) {
-            RegSetValueExW(h, L"LogFolder", 0, REG_SZ, reinterpret_cast<const BYTE*>(dir_.c_str()),
-                           static_cast<DWORD>((dir_.size() + 1) * sizeof(wchar_t)));
+            for (const wchar_t* folder : {L"LogFolder", L"PrnFolder"})
+                RegSetValueExW(h, folder, 0, REG_SZ, reinterpret_cast<const BYTE*>(dir_.c_str()),
+                               static_cast<DWORD>((dir_.size() + 1) * sizeof(wchar_t)));
             RegCloseKey(h);
         }
         return printer;

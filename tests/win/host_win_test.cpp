@@ -1,5 +1,4 @@
-// Runs kivhost.exe (the driver stand-in) against the plug-in and checks what it reports, and
-// checks the Wine printer installer that the host and these tests share.
+// Runs kivhost.exe (the driver stand-in) against the plug-in and checks what it reports.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -91,41 +90,6 @@ TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {
         EXPECT_EQ(1u, run.exitCode);
         EXPECT_TRUE(Contains(run.output, c.message)) << run.output;
     }
-}
-
-TEST_F(HostWin, PrinterInstallIsIdempotentAndRawJobsLandInTheMappedFile) {
-    const std::wstring printer = NewPrinter(L"J7");
-    WinePrinterSetup setup;
-    setup.printerName = printer;
-    setup.model = L"J7";
-    setup.binaryDir = ModuleFolder();
-    setup.packageDir = ModuleFolder() + L"\\driver";
-    setup.outputFile = dir_ + L"\\" + SafeFileName(printer) + L".prn";
-    WinePrinterInfo info;
-    std::wstring error;
-    ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
-    WinePrinterInfo again;
-    ASSERT_TRUE(InstallWinePrinter(setup, again, error)) << Narrow(error);
-    EXPECT_TRUE(again.driverReused);
-    EXPECT_TRUE(again.printerReused);
-    EXPECT_EQ(info.portName, again.portName);
-
-    HANDLE h = nullptr;
-    ASSERT_TRUE(OpenPrinterW(const_cast<LPWSTR>(printer.c_str()), &h, nullptr));
-    DWORD needed = 0;
-    GetPrinterDriverW(h, nullptr, 3, nullptr, 0, &needed);
-    std::vector<BYTE> buf(needed ? needed : 1);
-    ASSERT_TRUE(GetPrinterDriverW(h, nullptr, 3, buf.data(), needed, &needed));
-    const auto* di = reinterpret_cast<const DRIVER_INFO_3W*>(buf.data());
-    EXPECT_TRUE(Contains(Narrow(di->pConfigFile), "KivDrvCfg.dll")) << Narrow(di->pConfigFile);
-    EXPECT_TRUE(Contains(Narrow(di->pDataFile), "KIV_J7.GPD")) << Narrow(di->pDataFile);
-    std::string dependent;
-    for (const wchar_t* p = di->pDependentFiles; p && *p; p += wcslen(p) + 1)
-        dependent += Narrow(p) + ";";
-    for (const char* file : {"KivUI.dll", "KivUI.ini", "KIV_COMMON.GPD"})
-        EXPECT_TRUE(Contains(dependent, file)) << dependent;
-
-    ClosePrinter(h);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "kivui_dll_win.h"
+#include "pages/page_catalog.h"
 
 namespace {
 
@@ -56,9 +57,13 @@ TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) 
     ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
     EXPECT_EQ(0u, info.Result);
     // No capability object yet: every page that exists is added, in the registration order.
-    ASSERT_EQ(2u, g_added.size());
-    EXPECT_EQ(9, g_added[0].templateId);
-    EXPECT_EQ(108, g_added[1].templateId);
+    std::vector<int> expected, added;
+    for (PageId page : PagesToRegister(nullptr, false))
+        expected.push_back(CatalogRow(page).dialogId);
+    for (const AddedPage& page : g_added)
+        added.push_back(page.templateId);
+    ASSERT_EQ(expected, added);
+    EXPECT_EQ(9, added[0]);
     for (const AddedPage& page : g_added) {
         EXPECT_EQ(static_cast<UINT>(CPSFUNC_ADD_PROPSHEETPAGEW), page.function);
         EXPECT_EQ(104u, page.size);
