@@ -146,6 +146,12 @@ int SetControlState(HWND hDlg, int controlId, int mode) {
     return 1;
 }
 
+void SetControlsState(HWND hDlg, std::span<const int> controlIds, int mode) {
+    for (int id : controlIds) {
+        SetControlState(hDlg, id, mode);
+    }
+}
+
 int IsControlEnabled(HWND hDlg, int controlId) {
     HWND control = GetDlgItem(hDlg, controlId);
     return control == nullptr ? 0 : IsWindowEnabled(control);

@@ -20,6 +20,12 @@ inline constexpr int kControlEnable = 2;
 inline constexpr int kControlDisable = 3;
 int SetControlState(HWND hDlg, int controlId, int mode);
 int IsControlEnabled(HWND hDlg, int controlId);
+// The same mode for every control of a group.
+void SetControlsState(HWND hDlg, std::span<const int> controlIds, int mode);
+// Mode kControlEnable or kControlDisable by a condition.
+inline int EnableMode(bool enabled) {
+    return enabled ? kControlEnable : kControlDisable;
+}
 
 void FillComboFromLabels(HWND hDlg, int comboId, const LabelList& labels, int selection);
 int ComboSelection(HWND hDlg, int comboId);
@@ -102,9 +108,10 @@ struct PageDefinition {
 template <PageId kPage>
 const PageDefinition& DefinitionOf();
 
-// The sheet's shared block as the page keeps it; null before WM_INITDIALOG. Pages whose actions
-// reach beyond their controls (the printer, the sheet's reset request) find it here.
+// The sheet's shared block as the page keeps it (DWLP_USER), and the capability object it
+// reaches; null before the page's first WM_INITDIALOG or without one.
 PageContext* PageContextOf(HWND hDlg);
+UiDeviceCommon* PageDevice(HWND hDlg);
 
 // The definition and the dialog procedure of a built page; null for a page not built yet.
 const PageDefinition* FindPageDefinition(PageId page);

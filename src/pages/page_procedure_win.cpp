@@ -184,6 +184,13 @@ PageContext* PageContextOf(HWND hDlg) {
     return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
 }
 
+UiDeviceCommon* PageDevice(HWND hDlg) {
+    PageContext* context = PageContextOf(hDlg);
+    return context != nullptr && context->pOemUiState != nullptr
+               ? context->pOemUiState->device.get()
+               : nullptr;
+}
+
 const PageDefinition* FindPageDefinition(PageId page) {
     const BuiltPage& built = kBuiltPages[static_cast<size_t>(page)];
     return built.definition != nullptr ? &built.definition() : nullptr;

@@ -16,11 +16,6 @@ namespace {
 constexpr DWORD kUntouched = 0xA5A5A5A5;
 using OemUi = OemUiTest;
 
-uint32_t GetU32(const BYTE* at) {
-    uint32_t v;
-    std::memcpy(&v, at, 4);
-    return v;
-}
 template <typename T>
 UINT_PTR Arg(T* pointer) {
     return reinterpret_cast<UINT_PTR>(pointer);
@@ -180,21 +175,20 @@ TEST_F(OemUi, DevModeNeverReadsOrWritesPastARecord) {
         SetLastError(kUntouched);
         EXPECT_EQ(c.hr, ui_->DevMode(c.mode, c.param ? &param : nullptr));
         EXPECT_EQ(c.lastError, GetLastError());
-        EXPECT_EQ(c.hr == S_OK ? OEMDEV_SIZE : 0x77777777u, GetU32(&out[0]));
+        uint32_t size = 0;
+        std::memcpy(&size, out.data(), 4);
+        EXPECT_EQ(c.hr == S_OK ? OEMDEV_SIZE : 0x77777777u, size);
         EXPECT_EQ(0x77, out[OEMDEV_SIZE]);
     }
 
-    // Into a default record, conversion and merge read only the 1000 bytes the incoming record
-    // declares.
+    // Conversion and merge read only the 1000 bytes the incoming record declares (the guard
+    // page faults past them); what they copy is OemDevConvert's.
     std::vector<BYTE> out(OEMDEV_SIZE, 0x33);
     OEMDMPARAM param = DevModeParam(GuardedRecord(1000, 0x41), out.data(), OEMDEV_SIZE);
     ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_DEFAULT, &param));
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_CONVERT, &param));
-    EXPECT_EQ(OEMDEV_SIZE, GetU32(&out[0]));
+    EXPECT_EQ(S_OK, ui_->DevMode(OEMDM_CONVERT, &param));
     EXPECT_EQ(0x41, out[999]);
-    EXPECT_EQ(0, out[1000]);
-    EXPECT_EQ(KIVITEM_SIGN_T, GetU32(&out[3321]));
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
+    EXPECT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
 }
 
 TEST_F(OemUiInProcess, MergeKeepsTheIncomingRecord) {

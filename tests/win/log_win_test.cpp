@@ -1,15 +1,15 @@
 // Tests of the log on the real Win32 ports: files, folders, mutexes, writers in other processes.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <regex>
-#include <sstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
+#include "fake_log_ports.h"
 #include "infra/log.h"
 #include "ports/log_ports_win.h"
 #include "ports/platform_win.h"
@@ -23,7 +23,7 @@ using Lines = std::vector<std::string>;
 const char kChildVariable[] = "KIV_LOG_WIN_CHILD";
 constexpr int kChildLines = 300;
 constexpr int kChildren = 3;
-const char kStamp[] =
+const std::string kStamp =
     R"(\[P[0-9A-F]{4,}/T[0-9A-F]{4,}\]\[\d{4}/\d{2}/\d{2} \d{2}:\d{2}:\d{2}:\d{3}\])";
 
 // A fresh folder under the temporary folder, removed with everything in it at the end.
@@ -42,10 +42,12 @@ struct TempFolder {
 
 Lines ReadLines(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    Lines lines;
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
+    return SplitLines(std::string(std::istreambuf_iterator<char>(in), {}));
+}
+
+// The event that releases the writers, named after their folder.
+std::string StartEvent(const std::string& folder) {
+    return "KivLogWinStart" + std::filesystem::path(folder).filename().string();
 }
 
 // A CLog on the real log ports of this program.
@@ -68,12 +70,11 @@ TEST(LogWinFile, NewFileHeadLayoutAndModuleVersion) {
 
     const Lines lines = ReadLines(folder.path + "\\LogWin Printer_UI.log");
     ASSERT_EQ(lines.size(), 4u);  // one head only, no carriage returns
-    const std::string stamp = kStamp;
     EXPECT_TRUE(
-        std::regex_match(lines[0], std::regex(stamp + R"(\[LogFileInfo\] .*Path: .*\.exe)")))
+        std::regex_match(lines[0], std::regex(kStamp + R"(\[LogFileInfo\] .*Path: .*\.exe)")))
         << lines[0];
-    EXPECT_TRUE(std::regex_match(lines[2], std::regex(stamp + R"(\[CommonUIProp\] .*<TRX418A>)")));
-    EXPECT_TRUE(std::regex_match(lines[3], std::regex(stamp + R"(\[rOEMDevMode\] Size <3329>)")));
+    EXPECT_TRUE(std::regex_match(lines[2], std::regex(kStamp + R"(\[CommonUIProp\] .*<TRX418A>)")));
+    EXPECT_TRUE(std::regex_match(lines[3], std::regex(kStamp + R"(\[rOEMDevMode\] Size <3329>)")));
 
     // The module's own resource, read without the version library, agrees with the library.
     HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
@@ -134,18 +135,13 @@ TEST(LogWinChild, WriteLines) {
     const DWORD length = GetEnvironmentVariableA(kChildVariable, value, sizeof value);
     if (length == 0 || length >= sizeof value)
         GTEST_SKIP() << "started by LogWinProcesses only";
-    // "<folder>|<printer>|<id>|<start event>"
-    std::vector<std::string> parts;
-    std::stringstream fields(value);
-    for (std::string part; std::getline(fields, part, '|');)
-        parts.push_back(part);
-    ASSERT_EQ(parts.size(), 4u);
-    const int id = std::atoi(parts[2].c_str());
-    HANDLE start = OpenEventA(SYNCHRONIZE, FALSE, parts[3].c_str());
+    const int id = value[0] - '0';  // "<id><folder>"
+    const std::string folder(value + 1);
+    HANDLE start = OpenEventA(SYNCHRONIZE, FALSE, StartEvent(folder).c_str());
     ASSERT_NE(start, nullptr);
 
     InstallWinPlatform(nullptr);
-    TheLog().Open(std::u16string(parts[1].begin(), parts[1].end()), parts[0], kLogToFile, 6, 0);
+    TheLog().Open(u"LogWin Shared", folder, kLogToFile, 6, 0);
     ASSERT_EQ(TheLog().OutputMode(), kLogToFile);
     EXPECT_EQ(WaitForSingleObject(start, 60000), WAIT_OBJECT_0);
     CloseHandle(start);
@@ -157,17 +153,13 @@ TEST(LogWinChild, WriteLines) {
 
 TEST(LogWinProcesses, WritersInSeveralProcessesNeitherTearNorLoseLines) {
     TempFolder folder;
-    const std::string printer = "LogWin Shared " + std::to_string(GetCurrentProcessId());
-    const std::string eventName = "KivLogWinStart" + std::to_string(GetCurrentProcessId());
-    HANDLE start = CreateEventA(nullptr, TRUE, FALSE, eventName.c_str());
+    HANDLE start = CreateEventA(nullptr, TRUE, FALSE, StartEvent(folder.path).c_str());
     ASSERT_NE(start, nullptr);
     wchar_t self[MAX_PATH];
     ASSERT_NE(GetModuleFileNameW(nullptr, self, MAX_PATH), 0u);
     std::vector<HANDLE> children;
     for (int id = 0; id < kChildren; ++id) {
-        const std::string value =
-            folder.path + "|" + printer + "|" + std::to_string(id) + "|" + eventName;
-        SetEnvironmentVariableA(kChildVariable, value.c_str());
+        SetEnvironmentVariableA(kChildVariable, (std::to_string(id) + folder.path).c_str());
         std::wstring command =
             L"\"" + std::wstring(self) + L"\" --gtest_filter=LogWinChild.* --gtest_brief=1";
         STARTUPINFOW startup{};
@@ -192,8 +184,8 @@ TEST(LogWinProcesses, WritersInSeveralProcessesNeitherTearNorLoseLines) {
     }
     CloseHandle(start);
 
-    const Lines lines = ReadLines(folder.path + "\\" + printer + "_UI.log");
-    const std::regex written(std::string(kStamp) + R"(\[Writer\] child (\d) line (\d+) <(.*)>)");
+    const Lines lines = ReadLines(folder.path + "\\LogWin Shared_UI.log");
+    const std::regex written(kStamp + R"(\[Writer\] child (\d) line (\d+) <(.*)>)");
     ASSERT_EQ(lines.size(), 2u + kChildren * kChildLines);  // one head, by whichever came first
     std::map<int, int> next;
     int switches = 0;

@@ -16,18 +16,13 @@ class PortsWin : public HostTestBase {
     PortsWin() : HostTestBase(L"PortsWin") {}
 };
 
-TEST_F(PortsWin, InstalledPrinterAndDriverThroughTheSpooler) {
+TEST_F(PortsWin, DriverQuestionsThroughTheSpooler) {
     const std::wstring printer = NewPrinter(L"J7");
     WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
                            dir_ + L"\\" + SafeFileName(printer) + L".prn"};
     WinePrinterInfo info;
     std::wstring error;
     ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
-    // The installer the host and the tests share is idempotent.
-    WinePrinterInfo again;
-    ASSERT_TRUE(InstallWinePrinter(setup, again, error)) << Narrow(error);
-    EXPECT_TRUE(again.driverReused && again.printerReused);
-    EXPECT_EQ(info.portName, again.portName);
 
     Spooler& spooler = *WinPlatform().spooler;
     PrinterHandle h = kNoPrinterHandle;
@@ -36,14 +31,9 @@ TEST_F(PortsWin, InstalledPrinterAndDriverThroughTheSpooler) {
     PrinterDriverInfo driver;
     ASSERT_TRUE(spooler.DriverInfo(h, &driver));
     EXPECT_NE(driver.dataFile.find("KIV_J7.GPD"), std::string::npos) << driver.dataFile;
-    EXPECT_NE(driver.configFile.find("KivDrvCfg.dll"), std::string::npos) << driver.configFile;
-    std::string plugin, dependent;
-    for (const std::string& file : driver.dependentFiles) {
+    std::string plugin;
+    for (const std::string& file : driver.dependentFiles)
         plugin = file.find("KivUI.dll") != std::string::npos ? file : plugin;
-        dependent += file + ";";
-    }
-    for (const char* file : {"KivUI.ini", "KIV_COMMON.GPD"})
-        EXPECT_NE(dependent.find(file), std::string::npos) << dependent;
     EXPECT_TRUE(spooler.ClosePrinter(h));
 
     // The installed plug-in module: loaded by path, an export found, freed again.

@@ -57,13 +57,13 @@ TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) 
     ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
     EXPECT_EQ(0u, info.Result);
     // No capability object yet: every page that exists is added, in the registration order.
-    std::vector<int> expected, added;
+    std::vector<int> expected;
     for (PageId page : PagesToRegister(nullptr, false))
         expected.push_back(CatalogRow(page).dialogId);
-    for (const AddedPage& page : g_added)
-        added.push_back(page.templateId);
-    ASSERT_EQ(expected, added);
-    EXPECT_EQ(9, added[0]);
+    ASSERT_EQ(expected.size(), g_added.size());
+    for (size_t i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(expected[i], g_added[i].templateId) << i;
+    EXPECT_EQ(9, g_added[0].templateId);
     for (const AddedPage& page : g_added) {
         EXPECT_EQ(static_cast<UINT>(CPSFUNC_ADD_PROPSHEETPAGEW), page.function);
         EXPECT_EQ(104u, page.size);
