@@ -371,6 +371,26 @@ TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
                                         "Impossible to open the file"}),
               texts);
     EXPECT_TRUE(LinesStarting(run.output, "FILEDIALOG").empty()) << run.output;
+
+    // A printer set to work offline gets no file dialog for Send file.
+    HANDLE h = nullptr;
+    PRINTER_DEFAULTSW all = {nullptr, nullptr, PRINTER_ALL_ACCESS};
+    ASSERT_TRUE(OpenPrinterW(const_cast<LPWSTR>(printer.c_str()), &h, &all));
+    DWORD needed = 0;
+    GetPrinterW(h, 2, nullptr, 0, &needed);
+    std::vector<BYTE> info(needed);
+    ASSERT_TRUE(GetPrinterW(h, 2, info.data(), needed, &needed));
+    reinterpret_cast<PRINTER_INFO_2W*>(info.data())->Attributes |= PRINTER_ATTRIBUTE_WORK_OFFLINE;
+    ASSERT_TRUE(SetPrinterW(h, 2, info.data(), 0));
+    ClosePrinter(h);
+    run = Sheet(printer, model,
+                L"--file \"" + copy + L"\"" + console + L"--click 1164 --press cancel");
+    const std::vector<std::string> boxes = LinesStarting(run.output, "MESSAGEBOX ");
+    ASSERT_EQ(1u, boxes.size()) << run.output;
+    EXPECT_EQ("The printer is OFFLINE", ValueAfter(boxes[0], "text"));
+    EXPECT_TRUE(LinesStarting(run.output, "FILEDIALOG").empty()) << run.output;
+    EXPECT_TRUE(
+        Contains(ReadFileText(LogPath(printer)), "Send file to printer error: Printer is Offline"));
     DeleteFileW(port);
 }
 
