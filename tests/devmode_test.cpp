@@ -94,11 +94,51 @@ TEST(OemDevConvert, NeverReadsPastTheIncomingBlockOrWritesPastTheRecord) {
     EXPECT_EQ(0xAB, Bytes(out)[3320]);
     EXPECT_EQ(KIVITEM_SIGN_T, +out.dwSignTail1);
 
-    std::vector<uint8_t> liar(big.begin(), big.begin() + 40);  // says 5000, holds 40
+    // Says 5000, holds 40: conversion and the merge copy stop at 40, the rest counts as zero.
+    std::vector<uint8_t> liar(big.begin(), big.begin() + 40);
+    OEMDEV kept = Filled(0x99);
+    uint32_t cb = sizeof out;
     SetOEMDevDefault(out);
     ASSERT_TRUE(ConvertOEMDevmode(liar.data(), liar.size(), &out));
     EXPECT_EQ(0xAB, Bytes(out)[39]);
     EXPECT_EQ(0, Bytes(out)[40]);
+    ASSERT_EQ(kHrOk,
+              hrOEMDevMode(OEMDM_MERGE, {true, liar.data(), liar.size(), &out, &cb, &kept}).hr);
+    EXPECT_EQ(0, std::memcmp(Bytes(kept), liar.data(), 40));
+    EXPECT_EQ(0, Bytes(kept)[40]);
+    EXPECT_EQ(0, Bytes(kept)[OEMDEV_SIZE - 1]);
+    // A whole block is kept whole, whatever smaller size it declares.
+    big[0] = 100;
+    big[1] = 0;
+    ASSERT_EQ(kHrOk,
+              hrOEMDevMode(OEMDM_MERGE, {true, big.data(), OEMDEV_SIZE, &out, &cb, &kept}).hr);
+    EXPECT_EQ(0xAB, Bytes(kept)[OEMDEV_SIZE - 1]);
+}
+
+TEST(OemDevConvert, ExtentOfTheIncomingBlock) {
+    // A public devmode of 220 bytes whose driver extra holds the private block.
+    std::vector<uint8_t> pub(220 + OEMDEV_SIZE + 100, 0);
+    const uint32_t claim = 1000;
+    std::memcpy(&pub[220], &claim, 4);
+    const struct {
+        const char* what;
+        size_t offset, publicExtent;
+        bool withPublic;
+        size_t expected;
+    } cases[] = {
+        {"8 bytes of driver extra", 220, 228, true, 8},
+        {"a short tail, whatever the header claims", 220, 220 + 2000, true, 2000},
+        {"more than a record", 220, pub.size(), true, OEMDEV_SIZE},
+        {"no public devmode: the header's claim", 220, 0, false, 1000},
+        {"outside the public devmode", 220, 220, true, 1000},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        EXPECT_EQ(c.expected,
+                  IncomingRecordExtent(&pub[c.offset], c.withPublic ? pub.data() : nullptr,
+                                       c.publicExtent));
+    }
+    EXPECT_EQ(0u, IncomingRecordExtent(nullptr, pub.data(), pub.size()));
 }
 
 // Intact guards keep the body even at layout version 1 (the opening repairs it); a damaged
