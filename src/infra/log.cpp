@@ -15,14 +15,9 @@ char DumpCharacter(uint8_t byte) {
 
 }  // namespace
 
-// At namespace scope, built when the module loads: a function-local static would take the C++
-// runtime's guard, whose first use inside the DLL's unloading (closing the log) starts the
-// threading library afresh after it has shut down, leaving two handles and a thread record
-// behind at every unload. Nothing writes to the log while static objects are being built.
-CLog g_theLog;
-
 CLog& TheLog() {
-    return g_theLog;
+    static CLog log;
+    return log;
 }
 
 std::string CutFunctionName(const char* functionName) {

@@ -3,6 +3,7 @@
 
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include "kivui_dll_win.h"
 
@@ -132,8 +133,8 @@ int OpenHandles() {
 }
 
 // The framework loads and frees the plug-in around each properties call: a copy under its own
-// name (the test program keeps KivUI.dll itself loaded) is loaded and freed 50 times, once first
-// so that the system DLLs it pulls in stay, and nothing may remain of the 50.
+// name (the test program keeps KivUI.dll itself loaded) is loaded, asked for its defaults and
+// freed 50 times, once first so that the system DLLs it pulls in stay, and nothing may remain.
 TEST(ComEntryModule, LoadingAndFreeingLeavesNothingBehind) {
     wchar_t self[MAX_PATH];
     ASSERT_NE(GetModuleFileNameW(nullptr, self, MAX_PATH), 0u);
@@ -144,7 +145,18 @@ TEST(ComEntryModule, LoadingAndFreeingLeavesNothingBehind) {
     const auto loadAndFree = [&] {
         HMODULE module = LoadLibraryW(copy.c_str());
         ASSERT_NE(module, nullptr);
-        ASSERT_NE(GetProcAddress(module, "DllGetClassObject"), nullptr);
+        const auto getClassObject = reinterpret_cast<DllGetClassObjectFn>(
+            reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+        ASSERT_NE(getClassObject, nullptr);
+        {
+            ComRef<IClassFactory> factory;
+            ComRef<IPrintOemUI> ui;
+            ASSERT_EQ(S_OK, getClassObject(CLSID_OEMUI, IID_IClassFactory, factory.out()));
+            ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IPrintOemUI, ui.out()));
+            std::vector<BYTE> record(OEMDEV_SIZE);
+            OEMDMPARAM param = DevModeParam(nullptr, record.data());
+            EXPECT_EQ(S_OK, ui->DevMode(OEMDM_DEFAULT, &param));
+        }
         ASSERT_TRUE(FreeLibrary(module));
         ASSERT_EQ(GetModuleHandleW(copy.c_str()), nullptr);
     };
