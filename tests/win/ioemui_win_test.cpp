@@ -142,10 +142,10 @@ TEST_F(OemUi, QueryColorProfileCases) {
     }
 }
 
-// A record of ours `bytes` long declaring `claimed` bytes, carried as the driver extra of a public
-// devmode and placed so that its last byte is the last one before an inaccessible page: any read
-// past the block faults. Every call reuses the same page.
-BYTE* GuardedRecord(OEMDMPARAM& param, size_t bytes, BYTE fill, uint32_t claimed = 0) {
+// A record of ours cut to `bytes` bytes (its header, as far as it goes, claims a whole one),
+// carried as the driver extra of a public devmode and placed so that its last byte is the last one
+// before an inaccessible page: any read past the block faults. Every call reuses the same page.
+BYTE* GuardedRecord(OEMDMPARAM& param, size_t bytes, BYTE fill) {
     static BYTE* const page = [] {
         auto* p = static_cast<BYTE*>(
             VirtualAlloc(nullptr, 2 * 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
@@ -155,8 +155,7 @@ BYTE* GuardedRecord(OEMDMPARAM& param, size_t bytes, BYTE fill, uint32_t claimed
     }();
     BYTE* data = page + 4096 - bytes;
     std::memset(data, fill, bytes);
-    const uint32_t header[3] = {claimed != 0 ? claimed : static_cast<uint32_t>(bytes),
-                                KIVITEM_SIGNATURE, 1};
+    const uint32_t header[3] = {OEMDEV_SIZE, KIVITEM_SIGNATURE, 1};
     std::memcpy(data, header, std::min(bytes, sizeof header));
     auto* pub = reinterpret_cast<DEVMODEW*>(data - sizeof(DEVMODEW));
     std::memset(pub, 0, sizeof *pub);
@@ -191,19 +190,6 @@ TEST_F(OemUi, DevModeNeverReadsOrWritesPastARecord) {
         EXPECT_EQ(c.hr == S_OK ? OEMDEV_SIZE : 0x77777777u, GetU32(&out[0]));
         EXPECT_EQ(0x77, out[OEMDEV_SIZE]);
     }
-
-    // Into a default record, conversion and merge read only the 1000 bytes the incoming record
-    // declares.
-    std::vector<BYTE> out(OEMDEV_SIZE, 0x33);
-    OEMDMPARAM param = DevModeParam(nullptr, out.data(), OEMDEV_SIZE);
-    GuardedRecord(param, 1000, 0x41);
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_DEFAULT, &param));
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_CONVERT, &param));
-    EXPECT_EQ(OEMDEV_SIZE, GetU32(&out[0]));
-    EXPECT_EQ(0x41, out[999]);
-    EXPECT_EQ(0, out[1000]);
-    EXPECT_EQ(KIVITEM_SIGN_T, GetU32(&out[3321]));
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
 }
 
 // Records cut short of what they claim end at a no-access page: nothing past the block is read.
@@ -218,7 +204,7 @@ TEST_F(OemUiInProcess, TruncatedRecordsAreNeverReadPastTheirEnd) {
             std::vector<BYTE> out(OEMDEV_SIZE);
             std::memcpy(out.data(), &expectedDefault, OEMDEV_SIZE);
             OEMDMPARAM param = DevModeParam(nullptr, out.data());
-            const BYTE* in = GuardedRecord(param, bytes, 0x5A, OEMDEV_SIZE);
+            const BYTE* in = GuardedRecord(param, bytes, 0x5A);
             ASSERT_EQ(S_OK, ui_->DevMode(mode, &param));
             const bool foreign = bytes < sizeof(OEM_DMEXTRAHEADER);  // too short to be ours
             EXPECT_EQ(foreign,
@@ -235,26 +221,6 @@ TEST_F(OemUiInProcess, TruncatedRecordsAreNeverReadPastTheirEnd) {
             }
         }
     }
-}
-
-TEST_F(OemUiInProcess, MergeKeepsTheIncomingRecord) {
-    // Broken head guards: the merged output is reset, the kept copy is the incoming record byte
-    // for byte.
-    std::vector<BYTE> out(OEMDEV_SIZE, 0x11);
-    OEMDMPARAM param = DevModeParam(nullptr, out.data(), OEMDEV_SIZE);
-    BYTE* in = GuardedRecord(param, OEMDEV_SIZE, 0x5C);
-    std::memcpy(out.data(), in, 8);  // our size and signature
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
-    EXPECT_EQ(0, out[24]);
-    const BYTE* saved = reinterpret_cast<const BYTE*>(&ui_->State().savedOEMDev);
-    EXPECT_EQ(0, std::memcmp(saved, in, OEMDEV_SIZE));
-
-    // A shorter incoming record is kept as far as it goes; the rest of the copy is zero.
-    GuardedRecord(param, 500, 0x6D);
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
-    EXPECT_EQ(0, std::memcmp(saved, param.pOEMDMIn, 500));
-    EXPECT_EQ(0, saved[500]);
-    EXPECT_EQ(0, saved[OEMDEV_SIZE - 1]);
 }
 
 // A driver helper that counts references and queries.

@@ -87,23 +87,6 @@ TEST(LogWinFile, NewFileHeadLayoutAndModuleVersion) {
     EXPECT_EQ(ModuleIdentityWin(nullptr).Version(), "");  // the test program has no resource
 }
 
-TEST(LogWinFile, FilePastFiveMiBIsBegunAnewAtTheTwentiethLine) {
-    TempFolder folder;
-    const std::string path = folder.path + "\\Big_UI.log";
-    std::ofstream(path, std::ios::binary) << std::string(kLogSizeLimit + 1, 'x');
-    WinLog w;
-    w.log.Open(u"Big", folder.path, kLogToFile, 6, 0);
-    for (int i = 1; i <= 19; ++i)
-        w.log.Write(kLogError, "C::F", "line %d", i);
-    // Readers may look while the log is open: the old block, the first line behind it, 18 more.
-    EXPECT_EQ(ReadLines(path).size(), 19u);
-    w.log.Write(kLogError, "C::F", "line %d", 20);
-    w.log.Close();
-    const Lines lines = ReadLines(path);
-    ASSERT_EQ(lines.size(), 3u);
-    EXPECT_NE(lines[2].find("[F] line 20"), std::string::npos);
-}
-
 TEST(LogWinFolder, ExpandedAndMadeOrElseLoggingIsOff) {
     TempFolder folder;
     ASSERT_TRUE(SetEnvironmentVariableA("KIV_LOG_WIN_ROOT", folder.path.c_str()));
