@@ -7,6 +7,7 @@
 #include <string>
 
 #include "entry/devmode.h"
+#include "ratio_reporter.h"
 
 namespace {
 
@@ -44,18 +45,6 @@ void BM_MergeService(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_MergeService);
-
-// Keeps each benchmark's time per iteration so the ratio can be printed after the run.
-class RatioReporter : public benchmark::ConsoleReporter {
-  public:
-    RatioReporter() : ConsoleReporter(OO_Tabular) {}
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs)
-            times[run.benchmark_name()] = run.GetAdjustedCPUTime();
-    }
-    std::map<std::string, double> times;
-};
 
 }  // namespace
 

@@ -4,7 +4,7 @@ set -euo pipefail
 packages=(cmake ninja-build make g++ clang libclang-rt-14-dev clang-format
           g++-mingw-w64-x86-64-posix mingw-w64-tools binutils-mingw-w64-x86-64
           wine wine64 xvfb xauth xdotool imagemagick
-          googletest libgtest-dev libbenchmark-dev gcovr python3 python3-pil)
+          googletest libgtest-dev libbenchmark-dev libssl-dev gcovr python3 python3-pil)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

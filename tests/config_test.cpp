@@ -62,7 +62,6 @@ TEST_F(ConfigTest, NumberValuesAreClampedAndTyped) {
         uint32_t expected;
     };
     const Case cases[] = {
-        {u"LogVerbosity_UiUni", kRegDword, {100, 0, 0, 0}, 7},
         {u"LogVerbosity_UiUni", kRegDword, {7, 0, 0, 0}, 7},
         {u"LogVerbosity_UiUni", kRegDword, {0xFF, 0xFF, 0xFF, 0xFF}, 7},
         {u"LogVerbosity_UiUni", kRegSz, {'5', 0, 0, 0}, 0},

@@ -43,27 +43,36 @@ TEST(OemDevRecord, DefaultRecordBytes) {
     EXPECT_TRUE(PayloadIsZero(rec));
 }
 
-TEST(OemDevConvert, ShortRecordKeepsItsLeadingBytes) {
-    std::vector<uint8_t> in(1000);
-    for (size_t i = 0; i < in.size(); ++i)
-        in[i] = static_cast<uint8_t>(i * 7 + 1);
-    const uint32_t size = 1000, signature = KIVITEM_SIGNATURE;
-    std::memcpy(in.data(), &size, 4);
-    std::memcpy(in.data() + 4, &signature, 4);
+// The body is copied as far as the incoming block holds and its header claims, never past the
+// last body byte (3321); the rest of the body is zero and the header and guards are ours.
+TEST(OemDevConvert, CopiesWhatTheBlockHoldsAndNoMore) {
+    const struct {
+        size_t held;
+        uint32_t claimed;
+        size_t copied;
+    } cases[] = {{1000, 1000, 1000}, {5000, 5000, 3321}, {40, 5000, 40}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.held);
+        std::vector<uint8_t> in(c.held);
+        for (size_t i = 0; i < in.size(); ++i)
+            in[i] = static_cast<uint8_t>(i * 7 + 1);
+        const uint32_t signature = KIVITEM_SIGNATURE;
+        std::memcpy(in.data(), &c.claimed, 4);
+        std::memcpy(in.data() + 4, &signature, 4);
+        OEMDEV out;
+        SetOEMDevDefault(out);
+        std::memset(&out.payload, 0x44, sizeof out.payload);
+        ASSERT_TRUE(ConvertOEMDevmode(in.data(), in.size(), &out));
 
-    OEMDEV out = Filled(0x33);
-    SetOEMDevDefault(out);
-    std::memset(&out.payload, 0x44, sizeof out.payload);
-    ASSERT_TRUE(ConvertOEMDevmode(in.data(), in.size(), &out));
-
-    const uint8_t* b = Bytes(out);
-    EXPECT_EQ(0, std::memcmp(b + 12, in.data() + 12, 1000 - 12));
-    EXPECT_EQ(OEMDEV_SIZE, +out.dmExtraHeader.dwSize);
-    EXPECT_EQ(KIVITEM_VERSION, +out.dmExtraHeader.dwVersion);
-    for (size_t i = 1000; i < 3321; ++i)
-        ASSERT_EQ(0, b[i]) << "byte " << i;
-    EXPECT_EQ(KIVITEM_SIGN_T, +out.dwSignTail1);
-    EXPECT_EQ(KIVITEM_SIGN_T, +out.dwSignTail2);
+        const uint8_t* b = Bytes(out);
+        EXPECT_EQ(0, std::memcmp(b + 12, in.data() + 12, c.copied - 12));
+        EXPECT_EQ(OEMDEV_SIZE, +out.dmExtraHeader.dwSize);
+        EXPECT_EQ(KIVITEM_VERSION, +out.dmExtraHeader.dwVersion);
+        for (size_t i = c.copied; i < 3321; ++i)
+            ASSERT_EQ(0, b[i]) << "byte " << i;
+        EXPECT_EQ(KIVITEM_SIGN_T, +out.dwSignTail1);
+        EXPECT_EQ(KIVITEM_SIGN_T, +out.dwSignTail2);
+    }
 }
 
 TEST(OemDevConvert, ForeignSignatureGivesTheFullDefault) {
@@ -81,38 +90,21 @@ TEST(OemDevConvert, ForeignSignatureGivesTheFullDefault) {
     EXPECT_EQ(0, std::memcmp(&out, &expected, sizeof out));
 }
 
-TEST(OemDevConvert, NeverReadsPastTheIncomingBlockOrWritesPastTheRecord) {
-    // A record claiming 5000 bytes is cut at 3329; one claiming more than it holds is read
-    // only as far as it goes.
-    std::vector<uint8_t> big(5000, 0xAB);
-    const uint32_t bigSize = 5000, signature = KIVITEM_SIGNATURE;
-    std::memcpy(big.data(), &bigSize, 4);
-    std::memcpy(big.data() + 4, &signature, 4);
-    OEMDEV out;
-    SetOEMDevDefault(out);
-    ASSERT_TRUE(ConvertOEMDevmode(big.data(), big.size(), &out));
-    EXPECT_EQ(0xAB, Bytes(out)[3320]);
-    EXPECT_EQ(KIVITEM_SIGN_T, +out.dwSignTail1);
-
-    // Says 5000, holds 40: conversion and the merge copy stop at 40, the rest counts as zero.
-    std::vector<uint8_t> liar(big.begin(), big.begin() + 40);
-    OEMDEV kept = Filled(0x99);
-    uint32_t cb = sizeof out;
-    SetOEMDevDefault(out);
-    ASSERT_TRUE(ConvertOEMDevmode(liar.data(), liar.size(), &out));
-    EXPECT_EQ(0xAB, Bytes(out)[39]);
-    EXPECT_EQ(0, Bytes(out)[40]);
-    ASSERT_EQ(kHrOk,
-              hrOEMDevMode(OEMDM_MERGE, {true, liar.data(), liar.size(), &out, &cb, &kept}).hr);
-    EXPECT_EQ(0, std::memcmp(Bytes(kept), liar.data(), 40));
-    EXPECT_EQ(0, Bytes(kept)[40]);
-    EXPECT_EQ(0, Bytes(kept)[OEMDEV_SIZE - 1]);
-    // A whole block is kept whole, whatever smaller size it declares.
-    big[0] = 100;
-    big[1] = 0;
-    ASSERT_EQ(kHrOk,
-              hrOEMDevMode(OEMDM_MERGE, {true, big.data(), OEMDEV_SIZE, &out, &cb, &kept}).hr);
-    EXPECT_EQ(0xAB, Bytes(kept)[OEMDEV_SIZE - 1]);
+// The merge keeps the incoming block as far as it goes, zero beyond, whatever its header claims.
+TEST(OemDevMerge, KeepsTheIncomingBlockAsFarAsItGoes) {
+    std::vector<uint8_t> big(OEMDEV_SIZE, 0xAB);
+    const uint32_t claims[] = {5000, KIVITEM_SIGNATURE};
+    std::memcpy(big.data(), claims, sizeof claims);
+    for (size_t held : {size_t{40}, size_t{OEMDEV_SIZE}}) {
+        SCOPED_TRACE(held);
+        std::vector<uint8_t> in(big.begin(), big.begin() + held);
+        OEMDEV out, kept = Filled(0x99);
+        SetOEMDevDefault(out);
+        uint32_t cb = sizeof out;
+        ASSERT_EQ(kHrOk, hrOEMDevMode(OEMDM_MERGE, {true, in.data(), held, &out, &cb, &kept}).hr);
+        EXPECT_EQ(0, std::memcmp(Bytes(kept), in.data(), held));
+        EXPECT_EQ(held == OEMDEV_SIZE ? 0xAB : 0, Bytes(kept)[OEMDEV_SIZE - 1]);
+    }
 }
 
 TEST(OemDevConvert, ExtentOfTheIncomingBlock) {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <map>
 #include <set>
 #include <sstream>
 #include <string>
@@ -12,50 +14,30 @@
 
 #include "entry/common_ui.h"
 #include "entry/gpd_reader.h"
+#include "support/memory_gpd_files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-fs::path DriverDir() {
+// The package's files by their bare names, as the driver folder serves them on Windows.
+MemoryGpdFiles PackageFiles() {
+    MemoryGpdFiles package;
     // The data folder need not exist, so the path is normalised as text, not by the file system.
-    return fs::path(KIV_TEST_DATA_DIR "/../../driver").lexically_normal();
-}
-
-bool ReadWhole(const fs::path& path, std::string& out) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        return false;
-    std::ostringstream s;
-    s << in.rdbuf();
-    out = s.str();
-    return true;
-}
-
-// Serves the package's files by their bare names, as the driver folder does on Windows.
-class DriverFolder : public GpdFileSource {
-  public:
-    Status Read(const std::string& name, size_t maxBytes, std::string& contents) override {
-        std::error_code ec;
-        const fs::path path = DriverDir() / name;
-        const auto size = fs::file_size(path, ec);
-        if (ec)
-            return Status::kMissing;
-        if (size > maxBytes)
-            return Status::kTooLarge;
-        return ReadWhole(path, contents) ? Status::kOk : Status::kMissing;
+    const fs::path folder = fs::path(KIV_TEST_DATA_DIR "/../../driver").lexically_normal();
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        std::ifstream in(entry.path(), std::ios::binary);
+        package.files[entry.path().filename().string()].assign(std::istreambuf_iterator<char>(in),
+                                                               {});
     }
-};
+    return package;
+}
 
 std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
     std::istringstream in(text);
-    std::string line;
-    while (std::getline(in, line)) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        lines.push_back(line);
-    }
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line.substr(0, line.find_last_not_of('\r') + 1));
     return lines;
 }
 
@@ -73,16 +55,15 @@ std::string GpdOf(std::string model) {
 }
 
 // Each GPD yields "MODEL|second|third|fourth" through its includes, and carries the root
-// entries Unidrv wants: the spec version first (before any comment), its names, the standard
+// entries Unidrv wants: *GPDSpecVersion first (before any comment), its names, the standard
 // features (paper sizes per model, the rest from the shared file).
 TEST(DriverPackage, EveryModelGpdYieldsItsModelTextAndTheRootEntries) {
-    DriverFolder folder;
-    std::string common;
-    ASSERT_TRUE(ReadWhole(DriverDir() / "KIV_COMMON.GPD", common));
+    MemoryGpdFiles package = PackageFiles();
+    const std::vector<std::string> common = Lines(package.files["KIV_COMMON.GPD"]);
     for (const char* model : kModels) {
         const std::string gpd = GpdOf(model);
         SCOPED_TRACE(gpd);
-        const GpdReadResult r = ReadGpdOEMCustomData(folder, gpd);
+        const GpdReadResult r = ReadGpdOEMCustomData(package, gpd);
         ASSERT_TRUE(r.found);
         EXPECT_EQ(0u, r.unreadFiles + r.badEntries)
             << "an *Include the package lacks, or a bad entry";
@@ -92,14 +73,11 @@ TEST(DriverPackage, EveryModelGpdYieldsItsModelTextAndTheRootEntries) {
         EXPECT_EQ(model, pieces[0]);
         EXPECT_EQ(0, std::count(pieces.begin(), pieces.end(), "")) << r.text;
 
-        std::string text;
-        ASSERT_TRUE(ReadWhole(DriverDir() / gpd, text));
-        const std::vector<std::string> lines = Lines(text);
+        const std::vector<std::string> lines = Lines(package.files[gpd]);
         ASSERT_FALSE(lines.empty());
         EXPECT_EQ("*GPDSpecVersion: \"1.0\"", lines[0]);
         std::set<std::string> present(lines.begin(), lines.end());
-        for (const std::string& line : Lines(common))
-            present.insert(line);
+        present.insert(common.begin(), common.end());
         for (const std::string& entry :
              {std::string("*ModelName: \"KIV ") + model + "\"", "*GPDFileName: \"" + gpd + "\"",
               std::string("*Include: \"KIV_COMMON.GPD\""), std::string("*Feature: PaperSize"),
@@ -109,75 +87,62 @@ TEST(DriverPackage, EveryModelGpdYieldsItsModelTextAndTheRootEntries) {
     }
 }
 
-// The INF's model lines, install sections and source file list, parsed loosely.
-struct InfView {
-    std::set<std::string> sourceFiles;    // [SourceDisksFiles] names
-    std::vector<std::string> modelLines;  // lines of [Orvane.NTamd64]
-    std::vector<std::string> dataFiles;   // every DataFile=
-    std::set<std::string> sharedFiles;    // [KIV_FILES]
-};
-
-InfView ParseInf(const std::string& text) {
-    InfView v;
+// The INF's lines by section, parsed loosely.
+std::map<std::string, std::vector<std::string>> InfSections(const std::string& text) {
+    std::map<std::string, std::vector<std::string>> sections;
     std::string section;
     for (const std::string& line : Lines(text)) {
-        if (line.empty() || line[0] == ';')
-            continue;
-        if (line[0] == '[') {
+        if (!line.empty() && line[0] == '[')
             section = line.substr(1, line.find(']') - 1);
-            continue;
-        }
-        if (section == "SourceDisksFiles")
-            v.sourceFiles.insert(line.substr(0, line.find('=')));
-        if (section == "Orvane.NTamd64")
-            v.modelLines.push_back(line);
-        if (section == "KIV_FILES")
-            v.sharedFiles.insert(line);
-        if (line.rfind("DataFile=", 0) == 0)
-            v.dataFiles.push_back(line.substr(9));
+        else if (!line.empty() && line[0] != ';')
+            sections[section].push_back(line);
     }
-    return v;
+    return sections;
 }
 
-TEST(DriverPackage, InfNamesEveryGpdAndThePlugin) {
-    std::string text;
-    ASSERT_TRUE(ReadWhole(DriverDir() / "KivUI.inf", text));
-    const InfView inf = ParseInf(text);
-
-    std::set<std::string> gpds;
-    for (const auto& entry : fs::directory_iterator(DriverDir())) {
-        if (entry.path().extension() == ".GPD")
-            gpds.insert(entry.path().filename().string());
+TEST(DriverPackage, InfAndPluginIniNameEveryGpdAndThePlugin) {
+    MemoryGpdFiles package = PackageFiles();
+    const std::string& text = package.files["KivUI.inf"];
+    auto sections = InfSections(text);
+    std::set<std::string> sourceFiles, gpds;
+    for (const std::string& line : sections["SourceDisksFiles"])
+        sourceFiles.insert(line.substr(0, line.find('=')));
+    std::vector<std::string> dataFiles;
+    for (const auto& [name, lines] : sections) {
+        for (const std::string& line : lines) {
+            if (line.rfind("DataFile=", 0) == 0)
+                dataFiles.push_back(line.substr(9));
+        }
+    }
+    for (const auto& [name, contents] : package.files) {
+        if (fs::path(name).extension() == ".GPD")
+            gpds.insert(name);
     }
     EXPECT_EQ(std::size(kModels) + 1, gpds.size()) << "one GPD per model plus the shared one";
-    for (const std::string& gpd : gpds) {
-        SCOPED_TRACE(gpd);
-        EXPECT_TRUE(inf.sourceFiles.count(gpd));
-    }
+    for (const std::string& gpd : gpds)
+        EXPECT_TRUE(sourceFiles.count(gpd)) << gpd;
+    const std::vector<std::string>& shared = sections["KIV_FILES"];
     for (const char* file : {"KIV_COMMON.GPD", "KivUI.dll", "KivUI.ini"}) {
-        EXPECT_TRUE(inf.sharedFiles.count(file) && inf.sourceFiles.count(file)) << file;
+        EXPECT_TRUE(std::count(shared.begin(), shared.end(), file) && sourceFiles.count(file))
+            << file;
     }
 
-    ASSERT_EQ(std::size(kModels), inf.modelLines.size());
-    ASSERT_EQ(std::size(kModels), inf.dataFiles.size());
+    const std::vector<std::string>& models = sections["Orvane.NTamd64"];
+    ASSERT_EQ(std::size(kModels), models.size());
+    std::sort(dataFiles.begin(), dataFiles.end());
     for (size_t i = 0; i < std::size(kModels); ++i) {
         SCOPED_TRACE(kModels[i]);
         // The INF's model name is the GPD's *ModelName, which the spooler matches.
-        EXPECT_EQ(0u, inf.modelLines[i].find(std::string("\"KIV ") + kModels[i] + "\" = "))
-            << inf.modelLines[i];
-        EXPECT_EQ(GpdOf(kModels[i]), inf.dataFiles[i]);
-        EXPECT_TRUE(gpds.count(inf.dataFiles[i]));
+        EXPECT_EQ(0u, models[i].find(std::string("\"KIV ") + kModels[i] + "\" = ")) << models[i];
+        EXPECT_TRUE(std::binary_search(dataFiles.begin(), dataFiles.end(), GpdOf(kModels[i])));
     }
+    EXPECT_EQ(std::size(kModels), dataFiles.size());
     EXPECT_NE(std::string::npos, text.find("\r\nDriverVer=")) << "the version report reads it";
-}
 
-TEST(DriverPackage, PluginIniListsTheUiPlugin) {
-    std::string text;
-    ASSERT_TRUE(ReadWhole(DriverDir() / "KivUI.ini", text));
-    const std::vector<std::string> lines = Lines(text);
-    const auto section = std::find(lines.begin(), lines.end(), "[OEMFiles]");
-    ASSERT_NE(lines.end(), section);
-    ASSERT_NE(lines.end(), section + 1);
+    const std::vector<std::string> ini = Lines(package.files["KivUI.ini"]);
+    const auto section = std::find(ini.begin(), ini.end(), "[OEMFiles]");
+    ASSERT_NE(ini.end(), section);
+    ASSERT_NE(ini.end(), section + 1);
     EXPECT_EQ("OEMConfigFile1=KivUI.dll", *(section + 1)) << "no blanks around '=' allowed";
 }
 

@@ -137,7 +137,7 @@ TEST(LogFolder, ExpandedFolderMustBeAbsoluteAndUsable) {
     }
 }
 
-TEST(LogOpen, ReopeningClosesFirstAndAnUnopenableFileIsRetried) {
+TEST(LogOpen, ReopeningClosesFirstAndAnUnopenableOrDeletedFileIsRetried) {
     LocalLog local;
     local.fake.calls.clear();
     local.log.Open(u"Second", "D:\\L", kLogToFile, 6, 0);
@@ -149,6 +149,10 @@ TEST(LogOpen, ReopeningClosesFirstAndAnUnopenableFileIsRetried) {
     EXPECT_EQ(local.FileLines(), Lines{kHead + "[F] kept"});
     EXPECT_EQ(local.fake.openedPath, "D:\\L\\Second_UI.log");
     EXPECT_EQ(local.fake.lockDepth, 0);
+    // Deleted by another writer: reopened by name, as a new file with its head.
+    local.fake.deletedUnderneath = true;
+    local.log.Write(kLogError, "C::F", "after");
+    EXPECT_EQ(local.FileLines(), (Lines{kFileHead[0], kFileHead[1], kHead + "[F] after"}));
 
     CLog portless;
     portless.Open(u"P", "C:\\L", kLogToFile, 6, 1);
@@ -210,16 +214,6 @@ TEST(LogSize, FilePastTheLimitIsBegunAnewAtTheTwentiethLineOnly) {
         EXPECT_EQ(local.FileLines(), expected);
         EXPECT_EQ(local.log.LineCounter(), 2u);  // restarted, then counted the head
     }
-}
-
-TEST(LogSize, FileDeletedUnderneathIsReopenedByName) {
-    LocalLog local;
-    local.log.Write(kLogError, "C::F", "before");
-    local.fake.deletedUnderneath = true;
-    local.log.Write(kLogError, "C::F", "after");
-    Lines expected = kFileHead;
-    expected.push_back(kHead + "[F] after");
-    EXPECT_EQ(local.FileLines(), expected);
 }
 
 TEST(LogDump, RowsOffsetsHexMaskedCharactersAndCut) {

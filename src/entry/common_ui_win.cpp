@@ -1,4 +1,5 @@
 // IOemUI::CommonUIProp: the fixed sequence that prepares every opening of the document pages.
+#include "actions/language_monitor.h"
 #include "entry/common_ui.h"
 #include "entry/gpd_reader_win.h"
 #include "entry/intrface_win.h"
@@ -38,6 +39,29 @@ std::string ModelDataText(HANDLE hPrinter) {
     }
     return result.text;
 }
+
+// The driver's settings through the helper interface it published; without one no setting can
+// be read.
+class HelperDriverSettings : public DriverSettingSource {
+  public:
+    HelperDriverSettings(void* helper, void* object)
+        : helper_(static_cast<IPrintOemDriverUI*>(helper)), object_(object) {}
+    int32_t GetDriverSetting(const char* feature, char* output, uint32_t size,
+                             uint32_t* needed) override {
+        if (helper_ == nullptr)
+            return E_NOINTERFACE;
+        DWORD cbNeeded = 0;
+        DWORD options = 0;
+        const HRESULT hr =
+            helper_->DrvGetDriverSetting(object_, feature, output, size, &cbNeeded, &options);
+        *needed = cbNeeded;
+        return hr;
+    }
+
+  private:
+    IPrintOemDriverUI* helper_;
+    void* object_;
+};
 
 }  // namespace
 
@@ -95,12 +119,13 @@ void IOemUI::PrepareDocumentPass(POEMCUIPPARAM param) {
 
     RepairWorkingRecord(s.savedOEMDev, s.workOEMDev, *s.device, s.printerName);
 
-    // The language monitor query arrives with the Admin page; until then the status is the one
-    // it reports for a printer without this driver's monitor.
     s.lmAvailable = 0;
     s.lmBidi = 0;
     s.lmEnable = 0;
-    const uint8_t status = LM_NOT_AVAILABLE;
+    HelperDriverSettings settings(s.driverHelper, param->poemuiobj);
+    const uint8_t status = QueryLanguageMonitorStatus(
+        {*platform.spooler, *platform.localMachine, *platform.log.text, *platform.versions},
+        settings, reinterpret_cast<PrinterHandle>(param->hPrinter));
     TheLog().Write(kLogDetail, kFn, " Available LM Status : <%s>", LmStatusName(status));
     const LmFlags flags = LmFlagsFromStatus(status);
     s.lmAvailable = flags.available;

@@ -44,3 +44,10 @@ int HexDigitValue(char c) {
 char HexDigitChar(unsigned nibble) {
     return "0123456789ABCDEF"[nibble & 0xFu];
 }
+
+std::string UpperAscii(std::string text) {
+    for (char& c : text)
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+    return text;
+}

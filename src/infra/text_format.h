@@ -22,3 +22,5 @@ std::string Format(const char* format, ...) KIV_PRINTF(1, 2);
 int HexDigitValue(char c);
 // "0123456789ABCDEF"[nibble & 0xF].
 char HexDigitChar(unsigned nibble);
+// ASCII letters upper-cased, every other byte kept (paths and module names in the ANSI page).
+std::string UpperAscii(std::string text);

@@ -56,13 +56,13 @@ inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kPrintAdjust, IDD_PROPPAGE_DOC_PRINT_ADJUST, "IDD_PROPPAGE_DOC_PRINT_ADJUST",
      "Print adjust", "DocPrintAdjust", 0, false, 2, true, true},
     {PageId::kCutMove, IDD_PROPPAGE_DOC_CUTMODE, "IDD_PROPPAGE_DOC_CUTMODE", "Cut/Move",
-     "DocCutMove", CapabilityMask({7, 2, 5, 6}), false, 4, true, false},
+     "DocCutMove", CapabilityMask({7, 2, 5, 6}), false, 4, true, true},
     {PageId::kAccessories, IDD_PROPPAGE_DOC_ACCESSORIES, "IDD_PROPPAGE_DOC_ACCESSORIES",
-     "Accessories", "DocAccessories", CapabilityMask({3, 4}), false, 0, true, false},
+     "Accessories", "DocAccessories", CapabilityMask({3, 4}), false, 0, true, true},
     {PageId::kPeripherals, IDD_PROPPAGE_DOC_PERIPHERALS, "IDD_PROPPAGE_DOC_PERIPHERALS",
-     "Peripherals", "DocPeripherals", CapabilityMask({1, 0}), false, 3, true, false},
+     "Peripherals", "DocPeripherals", CapabilityMask({1, 0}), false, 3, true, true},
     {PageId::kPresentation, IDD_PROPPAGE_DOC_PRESENTATION, "IDD_PROPPAGE_DOC_PRESENTATION",
-     "Presentation", "DocPresentation", CapabilityMask({10, 8, 9}), false, 5, true, false},
+     "Presentation", "DocPresentation", CapabilityMask({10, 8, 9}), false, 5, true, true},
     {PageId::kWatermark, IDD_PROPPAGE_DOC_WATERMARK, "IDD_PROPPAGE_DOC_WATERMARK", "Watermark",
      "DocWatermark", 0, false, 6, true, false},
     {PageId::kCoupon, IDD_PROPPAGE_DOC_COUPON, "IDD_PROPPAGE_DOC_COUPON", "Coupon", "DocCoupon", 0,
@@ -74,7 +74,7 @@ inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kAdmin, IDD_PROPPAGE_DOC_ADMIN, "IDD_PROPPAGE_DOC_ADMIN", "Admin", "DocAdmin", 0, true,
      0, false, false},
     {PageId::kVersion, IDD_PROPPAGE_DOC_VERSION, "IDD_PROPPAGE_DOC_VERSION", "Version",
-     "DocVersion", 0, false, 0, false, false},
+     "DocVersion", 0, false, 0, false, true},
 };
 
 static_assert(std::size(kPageCatalog) == kPageCount, "one catalog row per page");

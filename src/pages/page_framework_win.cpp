@@ -146,6 +146,12 @@ int SetControlState(HWND hDlg, int controlId, int mode) {
     return 1;
 }
 
+void SetControlsState(HWND hDlg, std::span<const int> controlIds, int mode) {
+    for (int id : controlIds) {
+        SetControlState(hDlg, id, mode);
+    }
+}
+
 int IsControlEnabled(HWND hDlg, int controlId) {
     HWND control = GetDlgItem(hDlg, controlId);
     return control == nullptr ? 0 : IsWindowEnabled(control);
@@ -287,4 +293,21 @@ void ReleasePicture(HWND hDlg, int pictureId) {
     if (previous != nullptr) {
         DeleteObject(previous);
     }
+}
+
+bool CopyTextToClipboard(HWND owner, const std::string& text) {
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    if (block == nullptr)
+        return false;
+    if (void* bytes = GlobalLock(block)) {
+        std::memcpy(bytes, text.c_str(), text.size() + 1);
+        GlobalUnlock(block);
+    }
+    // The clipboard owns the block once SetClipboardData accepts it.
+    const bool copied =
+        OpenClipboard(owner) && EmptyClipboard() && SetClipboardData(CF_TEXT, block) != nullptr;
+    if (!copied)
+        GlobalFree(block);
+    CloseClipboard();
+    return copied;
 }

@@ -20,6 +20,12 @@ inline constexpr int kControlEnable = 2;
 inline constexpr int kControlDisable = 3;
 int SetControlState(HWND hDlg, int controlId, int mode);
 int IsControlEnabled(HWND hDlg, int controlId);
+// The same mode for every control of a group.
+void SetControlsState(HWND hDlg, std::span<const int> controlIds, int mode);
+// Mode kControlEnable or kControlDisable by a condition.
+inline int EnableMode(bool enabled) {
+    return enabled ? kControlEnable : kControlDisable;
+}
 
 void FillComboFromLabels(HWND hDlg, int comboId, const LabelList& labels, int selection);
 int ComboSelection(HWND hDlg, int comboId);
@@ -95,12 +101,22 @@ struct PageDefinition {
     // Either may be null for a page that checks or keeps nothing.
     std::optional<ValidationFailure> (*validate)(HWND hDlg);
     void (*store)(HWND hDlg, UiDeviceCommon& device);
+    // A click on one of the page's pictures (a static control with notification); may be null.
+    void (*onPictureClick)(HWND hDlg, int pictureId) = nullptr;
 };
+
+// `text` on the clipboard as 8-bit text (CF_TEXT, in a movable block); false on any failure.
+bool CopyTextToClipboard(HWND owner, const std::string& text);
 
 // Each built page's _win file defines the specialisation for its id; a catalog row marked built
 // without one fails to link.
 template <PageId kPage>
 const PageDefinition& DefinitionOf();
+
+// The sheet's shared block as the page keeps it (DWLP_USER), and the capability object it
+// reaches; null before the page's first WM_INITDIALOG or without one.
+PageContext* PageContextOf(HWND hDlg);
+UiDeviceCommon* PageDevice(HWND hDlg);
 
 // The definition and the dialog procedure of a built page; null for a page not built yet.
 const PageDefinition* FindPageDefinition(PageId page);

@@ -23,10 +23,6 @@ void TrackSlot(HWND hDlg, PageId page, PageContext& context) {
     }
 }
 
-PageContext* ContextOf(HWND hDlg) {
-    return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
-}
-
 // WM_INITDIALOG: the context of the PROPSHEETPAGEW is kept in the page (DWLP_USER) and on the
 // sheet (GWLP_USERDATA, where the document callback finds it).
 PageContext* Attach(HWND hDlg, LPARAM lParam) {
@@ -88,6 +84,11 @@ void OnCommand(HWND hDlg, const PageDefinition& definition, const PageContext* c
     // A picture's click shares its code with a button's; pictures hold no setting.
     const bool picture = std::any_of(definition.pictures.begin(), definition.pictures.end(),
                                      [id](const PictureRow& row) { return row.control == id; });
+    if (picture && code == STN_CLICKED && definition.onPictureClick != nullptr &&
+        (context == nullptr || !context->filling)) {
+        definition.onPictureClick(hDlg, id);
+        return;
+    }
     if (picture || !IsSettingNotification(code) || (context != nullptr && context->filling)) {
         return;
     }
@@ -124,7 +125,7 @@ INT_PTR RunPage(PageId page, const PageDefinition& definition, HWND hDlg, UINT m
         TheLog().Write(kLogInfo, NamesOf(page).logName.c_str(), "hDlg NULL");
         return 0;
     }
-    PageContext* context = ContextOf(hDlg);
+    PageContext* context = PageContextOf(hDlg);
     if (context != nullptr) {
         TrackSlot(hDlg, page, *context);
     }
@@ -183,6 +184,17 @@ constexpr std::array<BuiltPage, kPageCount> kBuiltPages =
     MakeBuiltPages(std::make_index_sequence<kPageCount>());
 
 }  // namespace
+
+PageContext* PageContextOf(HWND hDlg) {
+    return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
+}
+
+UiDeviceCommon* PageDevice(HWND hDlg) {
+    PageContext* context = PageContextOf(hDlg);
+    return context != nullptr && context->pOemUiState != nullptr
+               ? context->pOemUiState->device.get()
+               : nullptr;
+}
 
 const PageDefinition* FindPageDefinition(PageId page) {
     const BuiltPage& built = kBuiltPages[static_cast<size_t>(page)];

@@ -31,11 +31,24 @@ uint8_t TrackbarByte(int position) {
     return position > 255 ? 255 : static_cast<uint8_t>(position);
 }
 
-uint8_t SelectedValue(std::span<const uint8_t> values, int selection) {
+namespace {
+
+template <typename Value>
+Value EntryAt(std::span<const Value> values, int selection) {
     if (selection < 0 || static_cast<size_t>(selection) >= values.size()) {
         return 0;
     }
     return values[static_cast<size_t>(selection)];
+}
+
+}  // namespace
+
+uint8_t SelectedValue(std::span<const uint8_t> values, int selection) {
+    return EntryAt(values, selection);
+}
+
+uint16_t SelectedValue(std::span<const uint16_t> values, int selection) {
+    return EntryAt(values, selection);
 }
 
 std::string PanelTitle(PageId page) {

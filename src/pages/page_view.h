@@ -33,6 +33,7 @@ uint8_t TrackbarByte(int position);
 // The value a combo selection stands for: the list's entry at that index, 0 when there is
 // none (no selection, or a list shorter than the combo).
 uint8_t SelectedValue(std::span<const uint8_t> values, int selection);
+uint16_t SelectedValue(std::span<const uint16_t> values, int selection);
 
 // The page a failed check names, the text the user reads and the line the log keeps.
 struct ValidationFailure {

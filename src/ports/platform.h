@@ -4,6 +4,7 @@
 
 #include "ports/log_ports.h"
 #include "ports/module_loader.h"
+#include "ports/os_version.h"
 #include "ports/registry_hive.h"
 #include "ports/spooler.h"
 #include "ports/version_query.h"
@@ -15,4 +16,5 @@ struct Platform {
     Spooler* spooler = nullptr;
     ModuleLoader* modules = nullptr;
     VersionQuery* versions = nullptr;
+    OsVersion* os = nullptr;
 };

@@ -1,10 +1,12 @@
 // The process's one bundle of real ports.
 #include "ports/platform_win.h"
 
+#include "actions/os_manager.h"
 #include "infra/log.h"
 #include "infra/registry_win.h"
 #include "ports/log_ports_win.h"
 #include "ports/module_loader_win.h"
+#include "ports/os_version_win.h"
 #include "ports/spooler_win.h"
 #include "ports/version_query_win.h"
 
@@ -17,7 +19,9 @@ struct WinPorts {
     SpoolerWin spooler;
     ModuleLoaderWin modules;
     VersionQueryWin versions;
-    Platform platform{logPorts.Ports(), &currentUser, &localMachine, &spooler, &modules, &versions};
+    OsVersionWin os;
+    Platform platform{logPorts.Ports(), &currentUser, &localMachine, &spooler, &modules,
+                      &versions,        &os};
 };
 
 WinPorts& Ports() {
@@ -35,4 +39,10 @@ void InstallWinPlatform(HMODULE module) {
     WinPorts& ports = Ports();
     ports.logPorts.module.SetModule(module);
     TheLog().SetPorts(&ports.platform.log);
+    TheLog().SetHeadExtension(WriteOsReport);
+}
+
+void WriteOsReport(CLog& log) {
+    const Platform& platform = WinPlatform();
+    OSManager(*platform.os, *platform.localMachine, *platform.log.text).LogSystemVersion(log);
 }

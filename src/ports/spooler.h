@@ -17,6 +17,7 @@ inline constexpr uint32_t kPrinterAttributeEnableBidi = 0x800;
 struct PrinterDriverInfo {
     std::string driverPath, dataFile, configFile, helpFile, monitorName;
     std::vector<std::string> dependentFiles;
+    std::string infPath;  // the setup information file the driver was installed from
 };
 
 class Spooler {

@@ -103,7 +103,8 @@ bool SpoolerWin::DriverInfo(PrinterHandle printer, PrinterDriverInfo* info) {
     const auto* driver = reinterpret_cast<const DRIVER_INFO_8A*>(buffer.data());
     *info = PrinterDriverInfo{Text(driver->pDriverPath),  Text(driver->pDataFile),
                               Text(driver->pConfigFile),  Text(driver->pHelpFile),
-                              Text(driver->pMonitorName), {}};
+                              Text(driver->pMonitorName), {},
+                              Text(driver->pszInfPath)};
     // A sequence of NUL-terminated paths, ended by an empty one.
     for (const char* file = driver->pDependentFiles; file != nullptr && *file != '\0';
          file += std::strlen(file) + 1) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -13,24 +14,12 @@
 #include "kivui_dll_win.h"
 #include "settings/oemdev.h"
 #include "settings/ui_device_common.h"
+#include "win/text_win.h"
 
 namespace {
 
-std::string Narrow(const std::wstring& text) {
-    return std::string(text.begin(), text.end());
-}
-
-// A folder of this process under the temporary folder; removed with its files by the caller.
-std::wstring TempFolder(const wchar_t* tag) {
-    wchar_t temp[MAX_PATH];
-    std::wstring folder(temp, GetTempPathW(MAX_PATH, temp));
-    folder += std::wstring(L"kivcom_") + tag + L"_" + std::to_wstring(GetCurrentProcessId());
-    CreateDirectoryW(folder.c_str(), nullptr);
-    return folder;
-}
-
 std::string ReadWholeFile(const std::wstring& path) {
-    std::ifstream in(Narrow(path), std::ios::binary);
+    std::ifstream in(path.c_str(), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
@@ -62,35 +51,19 @@ struct DocumentCall {
 
 class CommonUi : public OemUiTest {
   protected:
-    // Points the process-wide log of the plug-in at a printer whose log is off, letting go of the
-    // files and mutexes of the printers before.
-    void QuietLog() {
-        const std::wstring quiet = ScratchPrinterName(L"quiet");
-        ScratchConfigKey key(quiet);
-        DocumentCall call(quiet);
-        ui_->CommonUIProp(OEMCUIP_DOCPROP, &call.param);
-    }
     RegistryWin registry_;
 };
 
 TEST_F(CommonUi, PrinterPropertiesAndCountingCallTouchNothing) {
-    struct Case {
-        const char* what;
-        DWORD mode;
-        bool items;
-    };
-    const Case cases[] = {
-        {"printer properties", OEMCUIP_PRNPROP, true},
-        {"document counting call", OEMCUIP_DOCPROP, false},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
+    // Printer properties, and the document call that only counts items (no item array).
+    for (const DWORD mode : {DWORD{OEMCUIP_PRNPROP}, DWORD{OEMCUIP_DOCPROP}}) {
+        SCOPED_TRACE(mode);
         const std::wstring printer = ScratchPrinterName(L"untouched");
         ScratchConfigKey key(printer);
         DocumentCall call(printer);
-        call.param.pOEMOptItems = c.items ? call.oemItems : nullptr;
+        call.param.pOEMOptItems = mode == OEMCUIP_PRNPROP ? call.oemItems : nullptr;
         call.param.cOEMOptItems = 5;
-        EXPECT_EQ(S_OK, ui_->CommonUIProp(c.mode, &call.param));
+        EXPECT_EQ(S_OK, ui_->CommonUIProp(mode, &call.param));
         EXPECT_EQ(0u, call.param.cOEMOptItems);
         EXPECT_FALSE(registry_.KeyExists(key.Path()));
         EXPECT_EQ(0u, call.drvItems[2].Flags);  // the colour item stays
@@ -119,7 +92,7 @@ TEST_F(CommonUi, FullDocumentPass) {
 
     const OemUiState* state = call.State();
     ASSERT_NE(nullptr, state);
-    EXPECT_EQ(Narrow(printer), state->printerName);
+    EXPECT_EQ(NarrowAnsi(printer), state->printerName);
     EXPECT_EQ(639, state->paperWidthDots);
     // No printer handle: no model data text, one empty piece, the generic device.
     EXPECT_EQ("", state->oemCustomData);
@@ -142,7 +115,10 @@ bool MutexExists(const std::wstring& printer) {
 }
 
 TEST_F(CommonUi, TwoPrintersHaveTwoKeysLogsAndMutexes) {
-    const std::wstring folder = TempFolder(L"two");
+    const std::wstring folder = (std::filesystem::temp_directory_path() /
+                                 (L"kivcom_two_" + std::to_wstring(GetCurrentProcessId())))
+                                    .wstring();
+    std::filesystem::create_directories(folder);
     const std::wstring a = ScratchPrinterName(L"A"), b = ScratchPrinterName(L"B");
     const std::wstring logA = folder + L"\\" + a + L"_UI.log",
                        logB = folder + L"\\" + b + L"_UI.log";
@@ -154,7 +130,7 @@ TEST_F(CommonUi, TwoPrintersHaveTwoKeysLogsAndMutexes) {
 
     DocumentCall callA(a);
     ASSERT_EQ(S_OK, ui_->CommonUIProp(OEMCUIP_DOCPROP, &callA.param));
-    EXPECT_NE(std::string::npos, ReadWholeFile(logA).find("PrinterName <" + Narrow(a) + ">"));
+    EXPECT_NE(std::string::npos, ReadWholeFile(logA).find("PrinterName <" + NarrowAnsi(a) + ">"));
     EXPECT_TRUE(MutexExists(a));
 
     ComRef<IPrintOemUI> other(KivUiDll::Get().CreateOemUI());
@@ -165,15 +141,18 @@ TEST_F(CommonUi, TwoPrintersHaveTwoKeysLogsAndMutexes) {
     const std::string textB = ReadWholeFile(logB);
     EXPECT_NE(std::string::npos, textB.find("LM Enable <0>"));
     EXPECT_EQ(std::string::npos, textB.find("PrinterName <"));
-    EXPECT_EQ(std::string::npos, ReadWholeFile(logA).find(Narrow(b)));
+    EXPECT_EQ(std::string::npos, ReadWholeFile(logA).find(NarrowAnsi(b)));
     EXPECT_TRUE(MutexExists(b));
     EXPECT_FALSE(MutexExists(a));  // the log let go of A's mutex when it moved to B
 
-    QuietLog();
+    // A printer whose log is off: the log lets go of B's file and mutex.
+    const std::wstring quiet = ScratchPrinterName(L"quiet");
+    ScratchConfigKey keyQuiet(quiet);
+    DocumentCall callQuiet(quiet);
+    ASSERT_EQ(S_OK, other->CommonUIProp(OEMCUIP_DOCPROP, &callQuiet.param));
     EXPECT_FALSE(MutexExists(b));
-    DeleteFileW(logA.c_str());
-    DeleteFileW(logB.c_str());
-    RemoveDirectoryW(folder.c_str());
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
 }
 
 // One opening as the framework runs it: the record merged in, the common UI pass, and the

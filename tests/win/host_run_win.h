@@ -3,19 +3,19 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "win/text_win.h"
 #include "win/windows_headers_win.h"
 #include "wine_printer.h"
 
 inline std::string Narrow(const std::wstring& w) {
-    std::string s;
-    for (wchar_t c : w)
-        s.push_back(c < 128 ? static_cast<char>(c) : '?');
-    return s;
+    return NarrowAnsi(w);
 }
 
 struct HostRun {
@@ -65,12 +65,8 @@ inline HostRun RunHost(const std::wstring& args) {
 inline std::vector<std::string> Lines(const std::string& output) {
     std::vector<std::string> lines;
     std::istringstream in(output);
-    std::string line;
-    while (std::getline(in, line)) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        lines.push_back(line);
-    }
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line.substr(0, line.find_last_not_of('\r') + 1));
     return lines;
 }
 
@@ -85,9 +81,7 @@ inline std::string Field(const std::string& output, const std::string& name) {
 
 inline std::string ReadFileText(const std::wstring& path) {
     std::ifstream in(path.c_str(), std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
+    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 inline bool Contains(const std::string& text, const std::string& what) {
@@ -101,10 +95,10 @@ class HostTestBase : public ::testing::Test {
     explicit HostTestBase(std::wstring tag) : tag_(std::move(tag)) {}
 
     void SetUp() override {
-        wchar_t temp[MAX_PATH];
-        GetTempPathW(MAX_PATH, temp);
-        dir_ = std::wstring(temp) + L"kiv_" + tag_ + L"_" + std::to_wstring(GetCurrentProcessId());
-        CreateDirectoryW(dir_.c_str(), nullptr);
+        dir_ = (std::filesystem::temp_directory_path() /
+                (L"kiv_" + tag_ + L"_" + std::to_wstring(GetCurrentProcessId())))
+                   .wstring();
+        std::filesystem::create_directories(dir_);
     }
     void TearDown() override {
         std::wstring error;
@@ -112,14 +106,8 @@ class HostTestBase : public ::testing::Test {
             RemoveWinePrinter(printer, error);
             RegDeleteTreeW(HKEY_CURRENT_USER, (L"Software\\Orvane\\Kiv\\" + printer).c_str());
         }
-        // Everything the tests write lands in the scratch folder itself.
-        WIN32_FIND_DATAW found;
-        HANDLE h = FindFirstFileW((dir_ + L"\\*").c_str(), &found);
-        for (BOOL more = h != INVALID_HANDLE_VALUE; more; more = FindNextFileW(h, &found))
-            DeleteFileW((dir_ + L"\\" + found.cFileName).c_str());
-        if (h != INVALID_HANDLE_VALUE)
-            FindClose(h);
-        RemoveDirectoryW(dir_.c_str());
+        std::error_code ignored;
+        std::filesystem::remove_all(dir_, ignored);
     }
 
     // A printer whose configuration starts afresh with its log in the scratch folder.
@@ -128,13 +116,8 @@ class HostTestBase : public ::testing::Test {
         printers_.push_back(printer);
         const std::wstring key = L"Software\\Orvane\\Kiv\\" + printer;
         RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
-        HKEY h = nullptr;
-        if (RegCreateKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0,
-                            KEY_WRITE | KEY_WOW64_64KEY, nullptr, &h, nullptr) == ERROR_SUCCESS) {
-            RegSetValueExW(h, L"LogFolder", 0, REG_SZ, reinterpret_cast<const BYTE*>(dir_.c_str()),
-                           static_cast<DWORD>((dir_.size() + 1) * sizeof(wchar_t)));
-            RegCloseKey(h);
-        }
+        RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), L"LogFolder", REG_SZ, dir_.c_str(),
+                        static_cast<DWORD>((dir_.size() + 1) * sizeof(wchar_t)));
         return printer;
     }
     std::wstring LogPath(const std::wstring& printer) const {

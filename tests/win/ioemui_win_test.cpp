@@ -16,11 +16,6 @@ namespace {
 constexpr DWORD kUntouched = 0xA5A5A5A5;
 using OemUi = OemUiTest;
 
-uint32_t GetU32(const BYTE* at) {
-    uint32_t v;
-    std::memcpy(&v, at, 4);
-    return v;
-}
 template <typename T>
 UINT_PTR Arg(T* pointer) {
     return reinterpret_cast<UINT_PTR>(pointer);
@@ -187,7 +182,9 @@ TEST_F(OemUi, DevModeNeverReadsOrWritesPastARecord) {
         SetLastError(kUntouched);
         EXPECT_EQ(c.hr, ui_->DevMode(c.mode, c.param ? &param : nullptr));
         EXPECT_EQ(c.lastError, GetLastError());
-        EXPECT_EQ(c.hr == S_OK ? OEMDEV_SIZE : 0x77777777u, GetU32(&out[0]));
+        uint32_t size = 0;
+        std::memcpy(&size, out.data(), 4);
+        EXPECT_EQ(c.hr == S_OK ? OEMDEV_SIZE : 0x77777777u, size);
         EXPECT_EQ(0x77, out[OEMDEV_SIZE]);
     }
 }

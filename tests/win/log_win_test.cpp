@@ -2,16 +2,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <map>
 #include <regex>
-#include <sstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
+#include "fake_log_ports.h"
 #include "infra/log.h"
 #include "ports/log_ports_win.h"
 #include "ports/platform_win.h"
@@ -27,7 +27,7 @@ const char kChildVariable[] = "KIV_LOG_WIN_CHILD";
 constexpr int kChildLines = 800;
 constexpr int kChildren = 4;
 constexpr size_t kPayload = 4000;
-const char kStamp[] =
+const std::string kStamp =
     R"(\[P[0-9A-F]{4,}/T[0-9A-F]{4,}\]\[\d{4}/\d{2}/\d{2} \d{2}:\d{2}:\d{2}:\d{3}\])";
 
 // A fresh folder under the temporary folder, removed with everything in it at the end.
@@ -46,10 +46,12 @@ struct TempFolder {
 
 Lines ReadLines(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    Lines lines;
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
+    return SplitLines(std::string(std::istreambuf_iterator<char>(in), {}));
+}
+
+// The event that releases the writers, named after their folder.
+std::string StartEvent(const std::string& folder) {
+    return "KivLogWinStart" + std::filesystem::path(folder).filename().string();
 }
 
 // A CLog on the real log ports of this program.
@@ -72,12 +74,11 @@ TEST(LogWinFile, NewFileHeadLayoutAndModuleVersion) {
 
     const Lines lines = ReadLines(folder.path + "\\LogWin Printer_UI.log");
     ASSERT_EQ(lines.size(), 4u);  // one head only, no carriage returns
-    const std::string stamp = kStamp;
     EXPECT_TRUE(
-        std::regex_match(lines[0], std::regex(stamp + R"(\[LogFileInfo\] .*Path: .*\.exe)")))
+        std::regex_match(lines[0], std::regex(kStamp + R"(\[LogFileInfo\] .*Path: .*\.exe)")))
         << lines[0];
-    EXPECT_TRUE(std::regex_match(lines[2], std::regex(stamp + R"(\[CommonUIProp\] .*<TRX418A>)")));
-    EXPECT_TRUE(std::regex_match(lines[3], std::regex(stamp + R"(\[rOEMDevMode\] Size <3329>)")));
+    EXPECT_TRUE(std::regex_match(lines[2], std::regex(kStamp + R"(\[CommonUIProp\] .*<TRX418A>)")));
+    EXPECT_TRUE(std::regex_match(lines[3], std::regex(kStamp + R"(\[rOEMDevMode\] Size <3329>)")));
 
     // The module's own resource, read without the version library, agrees with the library.
     HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
@@ -85,6 +86,31 @@ TEST(LogWinFile, NewFileHeadLayoutAndModuleVersion) {
     ASSERT_TRUE(VersionQueryWin().FixedVersion(ModuleIdentityWin(kernel).Path(), &version));
     EXPECT_EQ(ModuleIdentityWin(kernel).Version(), FileVersionText(version));
     EXPECT_EQ(ModuleIdentityWin(nullptr).Version(), "");  // the test program has no resource
+}
+
+// The head ends with the operating-system report, numbered as the system reports itself.
+TEST(LogWinFile, NewFileHeadEndsWithTheOperatingSystemLines) {
+    TempFolder folder;
+    WinLog w;
+    w.log.SetHeadExtension(WriteOsReport);
+    w.log.Open(u"LogWin Os", folder.path, kLogToFile, 4, 0);
+    w.log.Write(kLogError, "C::F", "first");
+    w.log.Close();
+    OSVERSIONINFOW info = {};
+    info.dwOSVersionInfoSize = sizeof info;
+    ASSERT_TRUE(GetVersionExW(&info));
+    Lines messages;
+    for (const std::string& line : ReadLines(folder.path + "\\LogWin Os_UI.log"))
+        if (line.find("[LogSystemVersion] ") != std::string::npos)
+            messages.push_back(line.substr(line.find("] LogSystemVersion: ") + 2));
+    ASSERT_GE(messages.size(), 7u);
+    const std::string os = "LogSystemVersion: OS-> ";
+    EXPECT_TRUE(std::regex_match(messages[0], std::regex(os + "(Windows .*|Other Windows)")));
+    EXPECT_EQ(messages[1], os + "64bit");
+    const Lines tail(messages.end() - 5, messages.end());
+    EXPECT_EQ(tail[0], os + "MajorVersion: " + std::to_string(info.dwMajorVersion));
+    EXPECT_EQ(tail[1], os + "MinorVersion: " + std::to_string(info.dwMinorVersion));
+    EXPECT_EQ(tail[4], os + "Build: " + std::to_string(info.dwBuildNumber));
 }
 
 TEST(LogWinFolder, ExpandedAndMadeOrElseLoggingIsOff) {
@@ -121,18 +147,13 @@ TEST(LogWinChild, WriteLines) {
     const DWORD length = GetEnvironmentVariableA(kChildVariable, value, sizeof value);
     if (length == 0 || length >= sizeof value)
         GTEST_SKIP() << "started by LogWinProcesses only";
-    // "<folder>|<printer>|<id>|<start event>"
-    std::vector<std::string> parts;
-    std::stringstream fields(value);
-    for (std::string part; std::getline(fields, part, '|');)
-        parts.push_back(part);
-    ASSERT_EQ(parts.size(), 4u);
-    const int id = std::atoi(parts[2].c_str());
-    HANDLE start = OpenEventA(SYNCHRONIZE, FALSE, parts[3].c_str());
+    const int id = value[0] - '0';  // "<id><folder>"
+    const std::string folder(value + 1);
+    HANDLE start = OpenEventA(SYNCHRONIZE, FALSE, StartEvent(folder).c_str());
     ASSERT_NE(start, nullptr);
 
     InstallWinPlatform(nullptr);
-    TheLog().Open(std::u16string(parts[1].begin(), parts[1].end()), parts[0], kLogToFile, 6, 0);
+    TheLog().Open(u"LogWin Shared", folder, kLogToFile, 6, 0);
     ASSERT_EQ(TheLog().OutputMode(), kLogToFile);
     EXPECT_EQ(WaitForSingleObject(start, 60000), WAIT_OBJECT_0);
     CloseHandle(start);
@@ -144,17 +165,13 @@ TEST(LogWinChild, WriteLines) {
 
 TEST(LogWinProcesses, WritersInSeveralProcessesNeitherTearNorLoseLines) {
     TempFolder folder;
-    const std::string printer = "LogWin Shared " + std::to_string(GetCurrentProcessId());
-    const std::string eventName = "KivLogWinStart" + std::to_string(GetCurrentProcessId());
-    HANDLE start = CreateEventA(nullptr, TRUE, FALSE, eventName.c_str());
+    HANDLE start = CreateEventA(nullptr, TRUE, FALSE, StartEvent(folder.path).c_str());
     ASSERT_NE(start, nullptr);
     wchar_t self[MAX_PATH];
     ASSERT_NE(GetModuleFileNameW(nullptr, self, MAX_PATH), 0u);
     std::vector<HANDLE> children;
     for (int id = 0; id < kChildren; ++id) {
-        const std::string value =
-            folder.path + "|" + printer + "|" + std::to_string(id) + "|" + eventName;
-        SetEnvironmentVariableA(kChildVariable, value.c_str());
+        SetEnvironmentVariableA(kChildVariable, (std::to_string(id) + folder.path).c_str());
         std::wstring command =
             L"\"" + std::wstring(self) + L"\" --gtest_filter=LogWinChild.* --gtest_brief=1";
         STARTUPINFOW startup{};
@@ -170,7 +187,7 @@ TEST(LogWinProcesses, WritersInSeveralProcessesNeitherTearNorLoseLines) {
     // Let every child reach its loop before any begins, so the writers really overlap.
     Sleep(1500);
     SetEvent(start);
-    const std::string path = folder.path + "\\" + printer + "_UI.log";
+    const std::string path = folder.path + "\\LogWin Shared_UI.log";
     uint64_t largest = 0;
     while (WaitForMultipleObjects(kChildren, children.data(), TRUE, 20) == WAIT_TIMEOUT) {
         WIN32_FILE_ATTRIBUTE_DATA data;
@@ -195,19 +212,24 @@ TEST(LogWinProcesses, WritersInSeveralProcessesNeitherTearNorLoseLines) {
     std::cout << "log: largest " << largest << " bytes seen, bound " << bound << ", "
               << lines.size() << " lines kept of " << kChildren * kChildLines << "\n";
 
-    // The log was begun anew during the run: it opens with one head and holds, for every
-    // writer, an unbroken run of its lines up to its last, complete and in its own order.
-    const std::regex written(std::string(kStamp) + R"(\[Writer\] child (\d) line (\d+) <(.*)>)");
-    ASSERT_LT(lines.size(), 2u + kChildren * kChildLines);
-    ASSERT_GT(lines.size(), 2u);
-    EXPECT_NE(lines[0].find("[LogFileInfo]"), std::string::npos);
+    // The log was begun anew during the run: it opens with one head (module and
+    // operating-system lines) and holds, for each writer, an unbroken run of its lines up to
+    // its last, complete and in its own order.
+    const std::regex written(kStamp + R"(\[Writer\] child (\d) line (\d+) <(.*)>)");
+    const std::regex headLine(kStamp +
+                              R"(\[(LogFileInfo|LogSystemVersion|LogDisplayVersion)\] .*)");
+    size_t head = 0;
+    while (head < lines.size() && std::regex_match(lines[head], headLine))
+        ++head;
+    ASSERT_GE(head, 2u);
+    ASSERT_LT(lines.size(), head + kChildren * kChildLines);
     std::map<int, int> next;
     int switches = 0;
-    for (size_t i = 2; i < lines.size(); ++i) {
+    for (size_t i = head; i < lines.size(); ++i) {
         std::smatch match;
         ASSERT_TRUE(std::regex_match(lines[i], match, written)) << lines[i].substr(0, 80);
         const int id = std::stoi(match[1].str());
-        switches += i > 2 && lines[i - 1].find("child " + match[1].str()) == std::string::npos;
+        switches += i > head && lines[i - 1].find("child " + match[1].str()) == std::string::npos;
         EXPECT_EQ(match[3].str(), std::string(kPayload, static_cast<char>('a' + id)));
         const int number = std::stoi(match[2].str());
         if (next.count(id) != 0) {
@@ -215,8 +237,10 @@ TEST(LogWinProcesses, WritersInSeveralProcessesNeitherTearNorLoseLines) {
         }
         next[id] = number + 1;
     }
-    for (int id = 0; id < kChildren; ++id)
-        EXPECT_EQ(next[id], kChildLines) << "child " << id;
+    // A writer that finished before the last reset has no line left; the others end complete.
+    ASSERT_FALSE(next.empty());
+    for (const auto& [id, after] : next)
+        EXPECT_EQ(after, kChildLines) << "child " << id;
     // The children were released together; if they never alternated the test proved nothing.
     EXPECT_GT(switches, 0);
 }

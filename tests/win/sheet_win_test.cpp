@@ -173,6 +173,88 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
     }
 }
 
+// The printer-behaviour pages: one refusal and one acceptance of each check, and a saved value
+// of each page that has no check.
+TEST_F(SheetWin, PrinterBehaviourPagesCheckAndSave) {
+    struct Case {
+        const wchar_t* model;
+        std::wstring script;
+        const char* message;  // null: accepted
+        const char* field;    // accepted: the saved field and the start of its value
+        const char* saved;
+    };
+    const std::wstring pulses = L"--page Peripherals --click 1016 --set 1019=";
+    const std::wstring timeout = L"--page Presentation --select 1013=0 --click 1131 --set 1133=";
+    const Case cases[] = {
+        {L"J7", pulses + L"1 --set 1020=100", "The Time On must be a value between 2 and 512",
+         nullptr, nullptr},
+        {L"J7", pulses + L"100 --set 1020=513", "The Time Off must be a value between 2 and 512",
+         nullptr, nullptr},
+        {L"J7", pulses + L"2 --set 1020=512", nullptr, "cashDrawerTimeOff", "512"},
+        {L"J7", L"--page Cut/Move --select 1005=5", nullptr, "lfBeforeCut", "5"},
+        {L"ZLD90VII", timeout + L"65535", "The Page to Page timeout value is over the max", nullptr,
+         nullptr},
+        {L"ZLD90VII", timeout + L"65534", nullptr, "page2PageTimeout", "65534"},
+        {L"ZLD90VII", L"--page Presentation --select 1013=0 --set 1031=256",
+         "The Presentation measure must be a value between 0 and 255", nullptr, nullptr},
+        {L"TRX430ATF", L"--page Accessories --select 1126=2", nullptr, "feeder",
+         "PRN_PROP_FEEDER_2"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(Narrow(c.model) + " " + Narrow(c.script));
+        const std::wstring printer = NewPrinter(c.model);
+        const HostRun run = Sheet(printer, c.model, c.script + L" --press ok");
+        const std::vector<std::string> boxes = LinesStarting(run.output, "MESSAGEBOX ");
+        if (c.message != nullptr) {
+            EXPECT_EQ(3u, run.exitCode) << run.output;
+            ASSERT_EQ(1u, boxes.size()) << run.output;
+            EXPECT_EQ(c.message, ValueAfter(boxes[0], "text"));
+            EXPECT_TRUE(Contains(run.output, "devmode     : not written"));
+            continue;
+        }
+        ASSERT_EQ(0u, run.exitCode) << run.output;
+        EXPECT_TRUE(boxes.empty()) << run.output;
+        EXPECT_EQ(0u, Field(run.output, c.field).rfind(c.saved, 0)) << run.output;
+        // The feeder choice reaches the public devmode's paper source.
+        EXPECT_EQ(c.saved == std::string("PRN_PROP_FEEDER_2"),
+                  Contains(ReadFileText(LogPath(printer)), "dmDefaultSource: 1002"));
+    }
+}
+
+// Page to page follows the presenter mode, the Enable box and the timeout mode; a group the
+// model lacks is hidden, not disabled.
+TEST_F(SheetWin, PresentationAndAccessoriesSwitchTheirControls) {
+    const std::wstring printer = NewPrinter(L"ZLD40PRESENTER");  // modes Hold, Eject, Eject with TO
+    const HostRun run = Sheet(printer, L"ZLD40PRESENTER",
+                              L"--page Presentation --click 1131 --dump-controls "
+                              L"--select 1013=1 --dump-controls --select 1013=0 --dump-controls "
+                              L"--click 1131 --select 1136=1 --dump-controls --press cancel");
+    ASSERT_EQ(0u, run.exitCode) << run.output;
+    const std::vector<ControlDump> dumps = DumpsOf(run.output);
+    ASSERT_EQ(4u, dumps.size()) << run.output;
+    const char* expected[][3] = {
+        // Enable box enabled, checked; timeout value enabled
+        {"1", "1", "1"},  // Hold, Enable clicked
+        {"0", "0", "0"},  // Eject unchecks and disables
+        {"1", "0", "0"},  // Hold again: the box comes back unchecked
+        {"1", "1", "0"},  // checked, Unlimited: no timeout value
+    };
+    for (size_t i = 0; i < dumps.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(expected[i][0], dumps[i].Attr(1131, "enabled"));
+        EXPECT_EQ(expected[i][1], dumps[i].Attr(1131, "checked"));
+        EXPECT_EQ(expected[i][2], dumps[i].Attr(1133, "enabled"));
+    }
+    const std::wstring feeder = NewPrinter(L"TRX430ATF");
+    const HostRun accessories =
+        Sheet(feeder, L"TRX430ATF", L"--page Accessories --dump-controls --press cancel");
+    const std::vector<ControlDump> shown = DumpsOf(accessories.output);
+    ASSERT_EQ(1u, shown.size()) << accessories.output;
+    EXPECT_EQ("1", shown[0].Attr(1126, "visible"));
+    EXPECT_EQ("0", shown[0].Attr(1127, "visible"));
+    EXPECT_EQ("1", shown[0].Attr(1127, "enabled"));
+}
+
 TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenThroughTheDevmodeFile) {
     const std::wstring model = L"ZLD90VII";
     const std::wstring printer = NewPrinter(model);

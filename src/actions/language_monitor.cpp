@@ -1,0 +1,66 @@
+// The language monitor's module and status: driver description, monitor key, version block and
+// the driver's "BidiSupport" setting.
+#include "actions/language_monitor.h"
+
+#include <vector>
+
+#include "entry/common_ui.h"
+#include "infra/config.h"
+#include "infra/text_format.h"
+
+namespace {
+
+constexpr size_t kModuleNameChars = 260;
+
+}  // namespace
+
+std::string GetDriverMonitorName(Spooler& spooler, PrinterHandle printer) {
+    PrinterDriverInfo info;
+    return spooler.DriverInfo(printer, &info) ? info.monitorName : std::string();
+}
+
+std::string GetLanguageMonitorDll(Spooler& spooler, RegistryHive& localMachine, TextCodec& text,
+                                  PrinterHandle printer, const std::string& monitorName) {
+    const std::string name =
+        monitorName.empty() ? GetDriverMonitorName(spooler, printer) : monitorName;
+    if (name.empty())
+        return {};
+    const std::u16string key = std::u16string(kMonitorsKey) + u"\\" + text.Widen(name);
+    if (!localMachine.KeyExists(key))
+        return {};
+    std::u16string module;
+    if (!ReadRegistryString(localMachine, key, u"Driver", &module, kModuleNameChars))
+        return {};
+    return text.Narrow(module);
+}
+
+uint8_t QueryLanguageMonitorStatus(const LanguageMonitorPorts& ports, DriverSettingSource& driver,
+                                   PrinterHandle printer) {
+    const std::string module =
+        GetLanguageMonitorDll(ports.spooler, ports.localMachine, ports.text, printer, "");
+    if (module.empty())
+        return LM_NOT_AVAILABLE;
+    // Only this driver's own monitor module is trusted by its description; a monitor under
+    // another naming scheme is judged by the driver setting alone.
+    if (UpperAscii(module).find("_LM.DLL") != std::string::npos) {
+        std::string description;
+        if (!ports.versions.StringValue(module, "FileDescription", &description) ||
+            description.find("ORVANE Driver LM") == std::string::npos) {
+            return LM_NOT_AVAILABLE;
+        }
+    }
+    uint32_t attributes = 0;
+    if (!ports.spooler.PrinterAttributes(printer, &attributes) ||
+        (attributes & kPrinterAttributeEnableBidi) == 0) {
+        return LM_BIDI_NOT_ENABLE;
+    }
+    uint32_t needed = 0;
+    const int32_t sizeResult = driver.GetDriverSetting("BidiSupport", nullptr, 0, &needed);
+    if (sizeResult != kResultOk && sizeResult != kResultFail)
+        return LM_SETT_NOT_AVAILABLE;
+    std::vector<char> value(size_t{needed} + 1, '\0');
+    driver.GetDriverSetting("BidiSupport", value.data(), needed, &needed);
+    value.back() = '\0';
+    return std::string(value.data()).find("ENABLE_WAITJOB") != std::string::npos ? LM_ENABLED
+                                                                                 : LM_DISABLED;
+}

@@ -1,0 +1,84 @@
+// Tests of the Peripherals page's rules: phase labels by meaning, the pulse checks, read-back.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "pages/peripherals_rules.h"
+#include "settings/device_factory.h"
+#include "settings/ui_device_common.h"
+
+namespace {
+
+TEST(PeripheralsRules, PhasesAreNamedByMeaningInTheModelsOrder) {
+    auto j7 = CreateUiDevice("J7", "", "", "");  // drawer phases 30 10 20
+    j7->SetCashDrawerPhase(32);
+    j7->SetCashDrawerPins(3);
+    j7->SetBuzzer(32);
+    j7->SetCashDrawerTimeOn(256);
+    j7->SetCashDrawerTimeOff(0);  // never enabled: the default shows
+    const PeripheralsView view = MakePeripheralsView(*j7);
+    EXPECT_TRUE(view.drawerShown);
+    EXPECT_FALSE(view.buzzerShown);
+    EXPECT_EQ(view.phaseLabels, (LabelList{"End Page", "Begin Document", "End Document"}));
+    EXPECT_EQ(view.controls.phaseSelection, 2);
+    EXPECT_EQ(view.controls.pinsSelection, 2);
+    EXPECT_TRUE(view.controls.buzzerChecked);
+    EXPECT_EQ(view.controls.buzzerPhaseSelection, 1);
+    EXPECT_EQ(view.controls.pulseOnText + "/" + view.controls.pulseOffText, "256/256");
+    // "No phase" has no label and is left out of the choices.
+    auto trx = CreateUiDevice("TRX430ATF", "", "", "");  // drawer phases 00 30 10
+    EXPECT_EQ(DrawerPhaseChoices(*trx), (std::vector<uint8_t>{48, 16}));
+    EXPECT_EQ(DrawerPhaseLabel(0), nullptr);
+    EXPECT_STREQ(BuzzerPhaseLabel(16), "Begin Document");
+    trx->SetBuzzer(0);
+    EXPECT_FALSE(MakePeripheralsView(*trx).controls.buzzerChecked);
+}
+
+TEST(PeripheralsRules, PulsesAreCheckedOnlyForAnEnabledDrawer) {
+    auto j7 = CreateUiDevice("J7", "", "", "");
+    auto noDrawer = CreateUiDevice("TRX430ATF", "", "", "");
+    const std::string kOn = "Cash Drawer TIMER ON : value out of range (2 512)";
+    const std::string kOff = "Cash Drawer TIMER OFF : value out of range (2 512)";
+    struct Case {
+        const UiDeviceCommon* device;
+        bool checked;
+        std::string on, off, logLine;
+    };
+    const Case cases[] = {
+        {j7.get(), true, "2", "512", ""},     {j7.get(), true, "1", "100", kOn},
+        {j7.get(), true, "513", "1", kOn},    {j7.get(), true, "100", "513", kOff},
+        {j7.get(), true, "5", "", kOff},      {j7.get(), false, "1", "1", ""},
+        {noDrawer.get(), true, "1", "1", ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.on + "/" + c.off);
+        const auto failure = ValidatePeripheralsControls(
+            *c.device, PeripheralsControls{c.checked, c.on, c.off, 0, 0, false, 0});
+        EXPECT_EQ(failure ? failure->logLine : "", c.logLine);
+        if (failure) {
+            EXPECT_EQ(failure->message, c.logLine == kOn
+                                            ? "The Time On must be a value between 2 and 512"
+                                            : "The Time Off must be a value between 2 and 512");
+            EXPECT_EQ(failure->page, PageId::kPeripherals);
+        }
+    }
+}
+
+TEST(PeripheralsRules, ControlsAreStored) {
+    auto j7 = CreateUiDevice("J7", "", "", "");
+    StorePeripheralsControls(*j7, PeripheralsControls{true, "40", "600", 1, 1, true, 0});
+    EXPECT_EQ(j7->GetCashDrawerEnable(), 1);
+    EXPECT_EQ(j7->GetCashDrawerTimeOn(), 40);
+    EXPECT_EQ(j7->GetCashDrawerTimeOff(), 600);
+    EXPECT_EQ(j7->GetCashDrawerPhase(), 16);
+    EXPECT_EQ(j7->GetCashDrawerPins(), 2);
+    EXPECT_EQ(j7->GetBuzzer(), 16);
+    StorePeripheralsControls(*j7, PeripheralsControls{false, "", "99999999", -1, -1, false, 1});
+    EXPECT_EQ(j7->GetCashDrawerEnable(), 0);
+    EXPECT_EQ(j7->GetCashDrawerTimeOff(), 0xFFFF);
+    EXPECT_EQ(j7->GetCashDrawerPhase(), 0);
+    EXPECT_EQ(j7->GetCashDrawerPins(), 1);
+    EXPECT_EQ(j7->GetBuzzer(), 0);
+}
+
+}  // namespace

@@ -1,0 +1,147 @@
+// Tests of the Presentation page's rules: mode classes, page-to-page states, checks, read-back.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "pages/presentation_rules.h"
+#include "settings/device_factory.h"
+#include "settings/ui_device_common.h"
+
+namespace {
+
+constexpr PortFlags kUnknownPort{false, false, false};
+
+TEST(PresentationRules, ModeClassesAndPageToPageStates) {
+    struct Case {
+        uint8_t mode;
+        bool length, duration, pageToPage;
+    };
+    const Case cases[] = {
+        {0, false, false, false}, {16, false, false, true},  {32, true, false, true},
+        {48, false, false, true}, {64, false, false, false}, {80, false, false, false},
+        {96, true, true, false},  {112, true, true, false},  {17, false, false, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.mode);
+        EXPECT_EQ(LengthApplies(c.mode), c.length);
+        EXPECT_EQ(DurationApplies(c.mode), c.duration);
+        EXPECT_EQ(PageToPageApplies(c.mode), c.pageToPage);
+        const PageToPageState checked = PageToPageStateFor(c.mode, true, kTimeoutModePresentation);
+        EXPECT_EQ(checked.boxEnabled, c.pageToPage);
+        EXPECT_EQ(checked.boxChecked, c.pageToPage);  // Eject and Retract uncheck the box
+        EXPECT_EQ(checked.detailsEnabled, c.pageToPage);
+    }
+    const PageToPageState unchecked = PageToPageStateFor(16, false, kTimeoutModePresentation);
+    EXPECT_TRUE(unchecked.boxEnabled);
+    EXPECT_FALSE(unchecked.controlsEnabled);
+    const PageToPageState unlimited = PageToPageStateFor(48, true, kTimeoutModeUnlimited);
+    EXPECT_TRUE(unlimited.controlsEnabled);
+    EXPECT_FALSE(unlimited.detailsEnabled);
+}
+
+TEST(PresentationRules, NoticeByPortFlags) {
+    EXPECT_EQ(PageToPageNotice(kUnknownPort), nullptr);
+    EXPECT_EQ(PageToPageNotice({true, true, true}), nullptr);
+    EXPECT_STREQ(PageToPageNotice({true, false, true}), "Communication port not Bidirectional");
+    EXPECT_STREQ(PageToPageNotice({true, true, false}),
+                 "This feature is available only with\n\"Bidirectional Support\" enabled\n(see "
+                 "\"Device Settings\")");
+    auto zld90 = CreateUiDevice("ZLD90VII", "", "", "");
+    auto vorta = CreateUiDevice("VORTA5X", "", "", "");
+    const PresentationView withNotice = MakePresentationView(*zld90, {true, false, false});
+    EXPECT_TRUE(withNotice.pageToPageShown);
+    EXPECT_FALSE(withNotice.pageToPageControls);
+    EXPECT_NE(withNotice.notice, nullptr);
+    // A model without page to page shows neither the group nor the notice.
+    const PresentationView none = MakePresentationView(*vorta, {true, false, false});
+    EXPECT_FALSE(none.pageToPageShown);
+    EXPECT_EQ(none.notice, nullptr);
+}
+
+TEST(PresentationRules, ViewOfAStoredSetting) {
+    auto device = CreateUiDevice("ZLD90VII", "", "", "");
+    device->SetPresentationMode(96);
+    device->SetPresentationValue(40);
+    device->SetPresentationTimeout(10);
+    device->SetPage2PageEnable(1);
+    device->SetPage2PageTimeout(kUnlimitedTimeout);
+    device->SetPage2PageAction(32);
+    device->SetPage2PageExtra(7);
+    PresentationView view = MakePresentationView(*device, kUnknownPort);
+    EXPECT_EQ(view.modeLabels, (LabelList{"Hold", "Hold (max length)", "Eject",
+                                          "Eject with Timeout", "Retract with Timeout"}));
+    EXPECT_EQ(view.controls.modeSelection, 3);
+    EXPECT_EQ(view.controls.lengthText + "/" + view.controls.durationText, "40/10");
+    EXPECT_TRUE(view.lengthEnabled && view.durationEnabled && view.ledEnabled);
+    // Eject with Timeout is outside the Hold class: the stored enable shows unchecked.
+    EXPECT_FALSE(view.controls.pageToPageChecked);
+    EXPECT_EQ(view.controls.timeoutModeSelection, kTimeoutModeUnlimited);
+    EXPECT_EQ(view.controls.timeoutText, "");
+    EXPECT_EQ(view.controls.ticketSelection, 1);
+    EXPECT_EQ(view.controls.printQueueSelection, 0);
+    device->SetPresentationMode(5);  // not offered: no selection
+    device->SetPage2PageTimeout(300);
+    view = MakePresentationView(*device, kUnknownPort);
+    EXPECT_EQ(view.controls.modeSelection, -1);
+    EXPECT_EQ(view.controls.timeoutText, "300");
+}
+
+TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
+    auto device = CreateUiDevice("ZLD40PRESENTER", "", "", "");  // modes 10 40 60
+    const std::string kEmpty = "The Page to Page timeout value is empty";
+    const std::string kOver = "The Page to Page timeout value is over the max";
+    const std::string kLength = "The Presentation measure must be a value between 0 and 255";
+    const std::string kDuration = "The Presentation timeout must be a value between 1 and 255";
+    struct Case {
+        int mode;
+        bool checked;
+        int timeoutMode;
+        std::string timeout, length, duration, message, logLine;
+        PortFlags port = kUnknownPort;
+    };
+    const Case cases[] = {
+        {0, true, 0, "65534", "0", "0", "", ""},
+        {0, true, 0, "65535", "0", "0", kOver,
+         "Page to Page : timeout value out of range (0  65534)"},
+        {0, true, 0, "", "0", "0", kEmpty, "Page to Page : timeout value empty"},
+        {0, true, 1, "", "0", "0", "", ""},   // Unlimited skips the timeout checks
+        {0, false, 0, "", "0", "0", "", ""},  // so does an unchecked box
+        {0, true, 0, "", "0", "0", "", "", {true, false, false}},  // and a notice
+        {2, false, 0, "", "256", "0", kLength, "Presentation : value out of range (0  255)"},
+        {2, false, 0, "", "255", "0", kDuration,
+         "Presentation : timeout value out of range (1  255)"},
+        {2, false, 0, "", "255", "255", "", ""},
+        {1, false, 0, "", "999", "0", "", ""},  // Eject: neither applies
+        {0, true, 0, "99999", "999", "0", kOver,
+         "Page to Page : timeout value out of range (0  65534)"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.timeout + "/" + c.length + "/" + c.duration);
+        const PresentationControls controls{c.mode,        c.length,  c.duration, 0, c.checked,
+                                            c.timeoutMode, c.timeout, 0,          0};
+        const auto failure = ValidatePresentationControls(*device, c.port, controls);
+        EXPECT_EQ(failure ? failure->message : "", c.message);
+        EXPECT_EQ(failure ? failure->logLine : "", c.logLine);
+    }
+}
+
+TEST(PresentationRules, ControlsAreStored) {
+    auto device = CreateUiDevice("ZLD90VII", "", "", "");  // modes 20 30 40 60 70
+    StorePresentationControls(*device, {4, "77", "12", 2, true, 0, "600", 2, 2});
+    EXPECT_EQ(device->GetPresentationMode(), 112);
+    EXPECT_EQ(device->GetPresentationValue(), 77);
+    EXPECT_EQ(device->GetPresentationTimeout(), 12);
+    EXPECT_EQ(device->GetHeadLed(), 32);
+    EXPECT_EQ(device->GetPage2PageEnable(), 1);
+    EXPECT_EQ(device->GetPage2PageTimeout(), 600);
+    EXPECT_EQ(device->GetPage2PageAction(), 48);
+    EXPECT_EQ(device->GetPage2PageExtra(), 2);
+    StorePresentationControls(*device, {-1, "", "", -1, false, 1, "600", -1, -1});
+    EXPECT_EQ(device->GetPresentationMode(), 0);
+    EXPECT_EQ(device->GetPage2PageTimeout(), kUnlimitedTimeout);
+    EXPECT_EQ(device->GetPage2PageExtra(), 0);
+    StorePresentationControls(*device, {0, "", "", 0, false, 0, "99999", 0, 0});
+    EXPECT_EQ(device->GetPage2PageTimeout(), 65534);
+}
+
+}  // namespace
