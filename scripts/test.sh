@@ -72,10 +72,11 @@ if build fuzz; then
     runs=50000
     # With the log on every line and dump is formatted: ten times the cost of a transfer.
     [ "$name" = transfer_log_fuzzer ] && runs=3000
-    if timeout 600 "$fuzzer" -runs=$runs -max_len=8192 -seed=1 -print_final_stats=1 "$corpus" \
-        >"build/$name.log" 2>&1; then
+    # The speed is taken over the whole run (libFuzzer's own figure counts whole seconds only).
+    started=$(date +%s%N)
+    if timeout 600 "$fuzzer" -runs=$runs -max_len=8192 -seed=1 "$corpus" >"build/$name.log" 2>&1; then
       pass 1
-      echo "$name: ok, $(awk '/^stat::average_exec_per_sec:/ {print $2}' "build/$name.log") inputs/s"
+      echo "$name: ok, $((runs * 1000000000 / ($(date +%s%N) - started))) inputs/s"
     else
       fail 1 "fuzzer $name"; tail -30 "build/$name.log"
     fi
