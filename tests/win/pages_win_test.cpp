@@ -206,14 +206,4 @@ TEST_F(PagesWin, PrintAdjustSavesOffsetsAndReductionOfAnOpenedPageOnly) {
     EXPECT_EQ(ValidateDeviceInfoFromUI(nullptr, &state_), TRUE);
 }
 
-TEST_F(PagesWin, PngResourcesKeepTheirSizeAndAnUnknownOneGivesNone) {
-    EXPECT_EQ(LoadPngResourceBitmap(module_, 9999, "PNG"), nullptr);
-    HBITMAP bitmap = LoadPngResourceBitmap(module_, IDB_PNG_HELP, "PNG");
-    ASSERT_NE(bitmap, nullptr);
-    BITMAP info{};
-    ASSERT_NE(GetObjectW(bitmap, sizeof info, &info), 0);
-    EXPECT_GT(info.bmWidth * info.bmHeight, 0);
-    DeleteObject(bitmap);
-}
-
 }  // namespace
