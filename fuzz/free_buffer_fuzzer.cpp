@@ -1,12 +1,15 @@
-// Fuzzes the free-buffer parser and the offset checks with arbitrary edit text.
+// Fuzzes the free-buffer parser, the Console's command text and the offset checks.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "pages/console_rules.h"
 #include "pages/free_buffer.h"
 #include "pages/print_adjust_rules.h"
+#include "settings/setting_enums.h"
 #include "settings/ui_device_common.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -23,6 +26,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     FreeBufferParse parsedWide = ParseFreeBuffer(wide);
     if (parsedWide.bytes != parsed.bytes || parsedWide.error != parsed.error) {
+        std::abort();
+    }
+
+    // The Console shows stored command bytes in a notation that reads back into the same bytes.
+    const std::vector<uint8_t> bytes(data, data + size);
+    if (ParseFreeBuffer(CommandText(FREE_CMD_MODE_ASCII, bytes)).bytes != bytes) {
         std::abort();
     }
 

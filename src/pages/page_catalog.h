@@ -70,7 +70,7 @@ inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kLogo, IDD_PROPPAGE_DOC_LOGOS, "IDD_PROPPAGE_DOC_LOGOS", "Logos", "DocLogo", 0, false,
      8, true, false},
     {PageId::kConsole, IDD_PROPPAGE_DOC_CONSOLE, "IDD_PROPPAGE_DOC_CONSOLE", "Console",
-     "DocConsole", 0, false, 9, true, false},
+     "DocConsole", 0, false, 9, true, true},
     {PageId::kAdmin, IDD_PROPPAGE_DOC_ADMIN, "IDD_PROPPAGE_DOC_ADMIN", "Admin", "DocAdmin", 0, true,
      0, false, true},
     {PageId::kVersion, IDD_PROPPAGE_DOC_VERSION, "IDD_PROPPAGE_DOC_VERSION", "Version",

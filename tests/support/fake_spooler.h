@@ -11,6 +11,7 @@
 
 class FakeSpooler : public Spooler {
   public:
+    static constexpr PrinterHandle kOpenedHandle = 81;  // what OpenPrinterByName hands out
     std::set<std::string> failing;  // "OpenPrinterByName", "StartDocument", "Write", ...
     uint32_t shortWriteBy = 0;      // Write reports this many bytes fewer than it was given
     uint32_t status = 0;            // level 6
@@ -18,14 +19,16 @@ class FakeSpooler : public Spooler {
     PrinterDriverInfo driver;
 
     std::vector<std::string>
-        calls;           // "OpenPrinterByName <name>", "StartDocument <doc> <type>", "Write <n>"
+        calls;           // "OpenPrinterByName <name>", "ClosePrinter <handle>", "Write <n>"
     std::string output;  // the bytes written
 
     bool OpenPrinterByName(const std::u16string& name, PrinterHandle* printer) override {
-        *printer = 0x51;
+        *printer = kOpenedHandle;
         return Call("OpenPrinterByName " + FakeTextCodec().Narrow(name));
     }
-    bool ClosePrinter(PrinterHandle) override { return Call("ClosePrinter"); }
+    bool ClosePrinter(PrinterHandle printer) override {
+        return Call("ClosePrinter " + std::to_string(printer));
+    }
     bool StartDocument(PrinterHandle, const std::u16string& doc,
                        const std::u16string& type) override {
         return Call("StartDocument " + FakeTextCodec().Narrow(doc) + " " +

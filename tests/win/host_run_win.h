@@ -110,14 +110,16 @@ class HostTestBase : public ::testing::Test {
         std::filesystem::remove_all(dir_, ignored);
     }
 
-    // A printer whose configuration starts afresh with its log in the scratch folder.
+    // A printer whose configuration starts afresh with its log and its print folder (the host's
+    // last document) in the scratch folder.
     std::wstring NewPrinter(const std::wstring& model) {
         std::wstring printer = L"KIV " + tag_ + L" " + model;
         printers_.push_back(printer);
         const std::wstring key = L"Software\\Orvane\\Kiv\\" + printer;
         RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
-        RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), L"LogFolder", REG_SZ, dir_.c_str(),
-                        static_cast<DWORD>((dir_.size() + 1) * sizeof(wchar_t)));
+        for (const wchar_t* folder : {L"LogFolder", L"PrnFolder"})
+            RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), folder, REG_SZ, dir_.c_str(),
+                            static_cast<DWORD>((dir_.size() + 1) * sizeof(wchar_t)));
         return printer;
     }
     std::wstring LogPath(const std::wstring& printer) const {

@@ -82,8 +82,8 @@ TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {
     }
 }
 
-// Installing twice reuses the driver, the printer and its port; the raw job through the port is
-// PortsWin's.
+// Installing twice reuses the driver, the printer and its port; raw jobs through the port are
+// the Console's (SheetWin).
 TEST_F(HostWin, PrinterInstallIsIdempotentAndNamesThePackageFiles) {
     const std::wstring printer = NewPrinter(L"J7");
     const WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",

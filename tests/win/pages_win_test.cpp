@@ -169,29 +169,6 @@ TEST_F(PagesWin, PrintTypeNoneThenDefaultThenAuto) {
     EXPECT_EQ(TrackbarPosition(hDlg, IDC_PRINT_HIGH_FILTER), 255);
 }
 
-TEST_F(PagesWin, PrintFilterFailureStopsTheApply) {
-    HWND hDlg = OpenPage(PageId::kPrint);
-    ASSERT_NE(hDlg, nullptr);
-    SetTrackbarPosition(hDlg, IDC_PRINT_THRESHOLD, IDC_PRINT_THRESHOLD_VALUE, 128);
-    SetTrackbarPosition(hDlg, IDC_PRINT_LOW_FILTER, IDC_PRINT_LOW_FILTER_VALUE, 128);
-    SetTrackbarPosition(hDlg, IDC_PRINT_HIGH_FILTER, IDC_PRINT_HIGH_FILTER_VALUE, 128);
-    OemDevPayload body{};
-    body.convThreshold = 77;
-    EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 3);
-    EXPECT_EQ(capture_.count, 1);
-    EXPECT_EQ(capture_.title, L"\"Print\" Panel ");
-    EXPECT_EQ(capture_.text, L"The HIGH Filter must be a value > of the LOW Filter");
-    EXPECT_EQ(body.convThreshold, 77);  // nothing read, nothing copied out
-    EXPECT_EQ(state_.device->GetConvThreshold(), 100);
-
-    SetTrackbarPosition(hDlg, IDC_PRINT_HIGH_FILTER, IDC_PRINT_HIGH_FILTER_VALUE, 129);
-    EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 0);
-    EXPECT_EQ(capture_.count, 1);
-    EXPECT_EQ(body.convThreshold, 128);
-    EXPECT_EQ(body.convFilterDown, 128);
-    EXPECT_EQ(body.convFilterUp, 129);
-}
-
 TEST_F(PagesWin, PrintAdjustSavesOffsetsAndReductionOfAnOpenedPageOnly) {
     HWND hDlg = OpenPage(PageId::kPrintAdjust);
     ASSERT_NE(hDlg, nullptr);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
@@ -149,6 +150,14 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
         {filters + L"129", nullptr, nullptr, "convFilterUp", "129"},
         {filters + L"128", "\"Print\" Panel ",
          "The HIGH Filter must be a value > of the LOW Filter", nullptr, nullptr},
+        {L"--page Console --select 1056=2 --set 1050=ABC\\x0A", nullptr, nullptr, "startJobBuffer",
+         "[4 bytes] 41 42 43 0A"},
+        {L"--page Console --select 1052=2 --set 1051=" + std::wstring(512, L'A'), nullptr, nullptr,
+         "endJobBufferLength", "512"},
+        {L"--page Console --select 1052=2 --set 1051=" + std::wstring(513, L'A'),
+         "\"Console\" Panel ", "The free buffer size is over the max (512)", nullptr, nullptr},
+        {L"--page Console --select 1056=1", "\"Console\" Panel ",
+         "The path of a free buffer file is wrong or empty", nullptr, nullptr},
     };
     const std::wstring printer = NewPrinter(L"TRX418A CUT");
     for (const Case& c : cases) {
@@ -255,7 +264,7 @@ TEST_F(SheetWin, PresentationAndAccessoriesSwitchTheirControls) {
     EXPECT_EQ("1", shown[0].Attr(1127, "enabled"));
 }
 
-TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenThroughTheDevmodeFile) {
+TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenUntilResetDefault) {
     const std::wstring model = L"ZLD90VII";
     const std::wstring printer = NewPrinter(model);
     const HostRun first = Sheet(printer, model,
@@ -278,6 +287,17 @@ TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenThroughTheDevmodeFile) {
     for (int id : kFilterControls)
         EXPECT_EQ("1", dumps[1].Attr(id, "enabled")) << id;
     EXPECT_TRUE(Contains(second.output, "devmode     : not written"));
+
+    // The Console's Reset Default asks, applies the model's defaults and closes the sheet.
+    const HostRun reset =
+        Sheet(printer, model, L"--answer yes --page Console --click 1166 --press cancel");
+    const std::vector<std::string> boxes = LinesStarting(reset.output, "MESSAGEBOX ");
+    ASSERT_EQ(1u, boxes.size()) << reset.output;
+    EXPECT_EQ("Continue to reset the values to default?", ValueAfter(boxes[0], "text"));
+    const HostRun third =
+        Sheet(printer, model, L"--page \"Print adjust\" --dump-controls --press cancel");
+    ASSERT_EQ(1u, DumpsOf(third.output).size()) << third.output;
+    EXPECT_EQ("0", DumpsOf(third.output)[0].Attr(kOffsetY, "text"));
 }
 
 TEST_F(SheetWin, ScreenshotsGiveOnePngPerPageWithEveryPictureLoaded) {
@@ -305,6 +325,73 @@ TEST_F(SheetWin, ScreenshotsGiveOnePngPerPageWithEveryPictureLoaded) {
     // Every picture control of every page got its bitmap.
     EXPECT_EQ(titles.size(), DumpsOf(run.output).size());
     EXPECT_FALSE(Contains(run.output, "bitmap=none")) << run.output;
+}
+
+// The Console's actions reach Wine's spooler and the print folder, where the host's job left
+// its last document; without one each action says so and opens no file dialog.
+TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
+    const std::wstring model = L"TRX418A CUT", printer = NewPrinter(model);
+    wchar_t port[MAX_PATH];
+    ExpandEnvironmentStringsW(
+        (L"%LOCALAPPDATA%\\KivHost\\" + SafeFileName(printer) + L".prn").c_str(), port, MAX_PATH);
+    const std::wstring last = dir_ + L"\\last" + printer + L"_UiUni.prn";
+    const std::wstring copy = dir_ + L"\\copy.prn";
+    const std::wstring console = L" --page Console ";
+
+    HostRun run = Sheet(printer, model,
+                        console +
+                            L"--click 1162 --select 1052=1 --dump-controls --select 1052=0 "
+                            L"--dump-controls --press cancel");
+    ASSERT_EQ(0u, run.exitCode) << run.output;
+    EXPECT_GT(ReadFileText(last).size(), 10u);
+    EXPECT_EQ(ReadFileText(last), ReadFileText(port));
+    const std::vector<ControlDump> dumps = DumpsOf(run.output);
+    ASSERT_EQ(2u, dumps.size());
+    EXPECT_EQ("1 1", dumps[0].Attr(1051, "enabled") + " " + dumps[0].Attr(1173, "visible"));
+    EXPECT_EQ("0 0", dumps[1].Attr(1051, "enabled") + " " + dumps[1].Attr(1173, "visible"));
+
+    // Save last Doc copies it; Send file then sends the copy.
+    DeleteFileW(port);
+    run =
+        Sheet(printer, model,
+              L"--file \"" + copy + L"\"" + console + L"--click 1163 --click 1164 --press cancel");
+    EXPECT_EQ(ReadFileText(last), ReadFileText(copy)) << run.output;
+    EXPECT_EQ(ReadFileText(last), ReadFileText(port)) << run.output;
+    EXPECT_TRUE(LinesStarting(run.output, "MESSAGEBOX").empty()) << run.output;
+
+    DeleteFileW(last.c_str());
+    run = Sheet(printer, model,
+                L"--no-last-document" + console + L"--click 1162 --click 1163 --press cancel");
+    std::vector<std::string> texts;
+    for (const std::string& box : LinesStarting(run.output, "MESSAGEBOX ")) {
+        EXPECT_EQ("\"Console\" Panel ", ValueAfter(box, "title"));
+        texts.push_back(ValueAfter(box, "text"));
+    }
+    EXPECT_EQ((std::vector<std::string>{"Impossible to send the last print",
+                                        "Impossible to open the file"}),
+              texts);
+    EXPECT_TRUE(LinesStarting(run.output, "FILEDIALOG").empty()) << run.output;
+
+    // A printer set to work offline gets no file dialog for Send file.
+    HANDLE h = nullptr;
+    PRINTER_DEFAULTSW all = {nullptr, nullptr, PRINTER_ALL_ACCESS};
+    ASSERT_TRUE(OpenPrinterW(const_cast<LPWSTR>(printer.c_str()), &h, &all));
+    DWORD needed = 0;
+    GetPrinterW(h, 2, nullptr, 0, &needed);
+    std::vector<BYTE> info(needed);
+    ASSERT_TRUE(GetPrinterW(h, 2, info.data(), needed, &needed));
+    reinterpret_cast<PRINTER_INFO_2W*>(info.data())->Attributes |= PRINTER_ATTRIBUTE_WORK_OFFLINE;
+    ASSERT_TRUE(SetPrinterW(h, 2, info.data(), 0));
+    ClosePrinter(h);
+    run = Sheet(printer, model,
+                L"--file \"" + copy + L"\"" + console + L"--click 1164 --press cancel");
+    const std::vector<std::string> boxes = LinesStarting(run.output, "MESSAGEBOX ");
+    ASSERT_EQ(1u, boxes.size()) << run.output;
+    EXPECT_EQ("The printer is OFFLINE", ValueAfter(boxes[0], "text"));
+    EXPECT_TRUE(LinesStarting(run.output, "FILEDIALOG").empty()) << run.output;
+    EXPECT_TRUE(
+        Contains(ReadFileText(LogPath(printer)), "Send file to printer error: Printer is Offline"));
+    DeleteFileW(port);
 }
 
 TEST_F(SheetWin, AStepThatCannotBeDoneCancelsTheSheet) {

@@ -23,10 +23,13 @@
 #include "win/oem_framework_win.h"
 #include "wine_printer.h"
 
+#include <shlobj.h>
+
 namespace {
 
 constexpr wchar_t kConfigRoot[] = L"Software\\Orvane\\Kiv\\";
 constexpr wchar_t kDefaultLogFolder[] = L"%ALLUSERSPROFILE%\\ORVANE\\KIV\\Logs";
+constexpr wchar_t kDefaultPrnFolder[] = L"%ALLUSERSPROFILE%\\ORVANE\\KIV";
 constexpr size_t kMaxLogBytesShown = 1u << 20;
 
 int FailExit(const char* step, const std::wstring& why) {
@@ -56,9 +59,10 @@ bool WriteVerbosity(const std::wstring& printer, DWORD verbosity, std::wstring& 
     return rc == ERROR_SUCCESS;
 }
 
-// The plug-in's log file: its configured folder (default when absent), printer + "_UI.log".
-std::wstring LogFilePath(const std::wstring& printer) {
-    std::wstring folder = kDefaultLogFolder;
+// A folder of the printer's configuration (its registry value, else the default), expanded.
+std::wstring ConfiguredFolder(const std::wstring& printer, const wchar_t* value,
+                              const wchar_t* fallback) {
+    std::wstring folder = fallback;
     const std::wstring key = kConfigRoot + printer;
     wchar_t buf[1024] = {};
     DWORD size = sizeof buf - sizeof(wchar_t);
@@ -66,13 +70,40 @@ std::wstring LogFilePath(const std::wstring& printer) {
     HKEY h = nullptr;
     if (RegOpenKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, KEY_READ | KEY_WOW64_64KEY, &h) ==
         ERROR_SUCCESS) {
-        if (RegQueryValueExW(h, L"LogFolder", nullptr, &type, reinterpret_cast<BYTE*>(buf),
-                             &size) == ERROR_SUCCESS &&
+        if (RegQueryValueExW(h, value, nullptr, &type, reinterpret_cast<BYTE*>(buf), &size) ==
+                ERROR_SUCCESS &&
             type == REG_SZ && buf[0] != L'\0')
             folder = buf;
         RegCloseKey(h);
     }
-    return Expand(folder) + L"\\" + printer + L"_UI.log";
+    return Expand(folder);
+}
+
+// The plug-in's log file: its configured folder (default when absent), printer + "_UI.log".
+std::wstring LogFilePath(const std::wstring& printer) {
+    return ConfiguredFolder(printer, L"LogFolder", kDefaultLogFolder) + L"\\" + printer +
+           L"_UI.log";
+}
+
+// The host's print job, left in the print folder as the rendering side leaves every job it
+// sends: "last" + printer + "_UiUni.prn". Reprint and Save last Doc on the Console use it.
+bool WriteLastDocument(const std::wstring& printer, const std::wstring& model, std::wstring& path) {
+    const std::wstring folder = ConfiguredFolder(printer, L"PrnFolder", kDefaultPrnFolder);
+    SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr);
+    path = folder + L"\\last" + printer + L"_UiUni.prn";
+    // Initialise, two lines of text, feed and a total cut.
+    std::string job = "\x1B@KIV host job on " + Utf8(printer) + "\r\nModel " + Utf8(model) +
+                      "\r\n\x1B"
+                      "d\x03\x1DV";
+    job += '\0';
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    DWORD written = 0;
+    const BOOL ok = WriteFile(file, job.data(), static_cast<DWORD>(job.size()), &written, nullptr);
+    CloseHandle(file);
+    return ok && written == job.size();
 }
 
 // Size of a file, 0 when it does not exist.
@@ -530,6 +561,13 @@ int Run(const HostOptions& opts) {
         Out("log level   : LogVerbosity_UiUni = %d\n", opts.verbosity);
     }
     const ULONGLONG logStart = FileSize(LogFilePath(opts.printer));
+    if (opts.lastDocument) {
+        std::wstring lastDocument;
+        if (!WriteLastDocument(opts.printer, opts.model, lastDocument))
+            return FailExit("write the last document",
+                            lastDocument + L": " + Win32ErrorText(GetLastError()));
+        Out("last doc    : %s\n", Utf8(lastDocument).c_str());
+    }
 
     std::wstring devmodeFile = opts.devmodeFile;
     if (devmodeFile.empty()) {
@@ -591,6 +629,7 @@ int Run(const HostOptions& opts) {
         script.press = opts.press;
         script.screenshotDir = opts.screenshotDir;
         script.answerYes = opts.answerYes;
+        script.fileAnswer = opts.fileAnswer;
         script.actions = opts.actions;
         script.activateAll =
             opts.press != SheetPress::kNone || !opts.screenshotDir.empty() || !opts.actions.empty();

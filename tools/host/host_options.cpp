@@ -35,7 +35,8 @@ bool SplitControlArg(const std::wstring& text, int& control, std::wstring& value
 }  // namespace
 
 const wchar_t* HostUsage() {
-    return L"usage: kivhost [--headless] [--model MODEL] [--printer NAME] [--devmode FILE]\n"
+    return L"usage: kivhost [--headless] [--no-last-document] [--model MODEL] [--printer NAME] "
+           L"[--devmode FILE]\n"
            L"               [--verbosity 0-7] [--package DIR] [--log-lines N]\n"
            L"               [--press ok|apply|cancel] [--screenshots DIR] [--time]\n"
            L"               [--page P (--set ID=TEXT | --select ID=N | --click ID |\n"
@@ -52,6 +53,8 @@ const wchar_t* HostUsage() {
            L"  --package DIR    folder of the GPDs and KivUI.ini (default <kivhost>\\driver)\n"
            L"  --log-lines N    new log lines to print (default 40)\n"
            L"  --headless       no window: devmode services, common UI entry and apply only\n"
+           L"  --no-last-document  leaves the print folder without the last document that\n"
+           L"                   the host's job otherwise writes there (Reprint, Save last Doc)\n"
            L"  --press BUTTON   once every page is up: ok, apply (then close with cancel) or\n"
            L"                   cancel; without it the sheet stays until it is closed\n"
            L"  --screenshots DIR  one PNG per page, NN_<title>.png\n"
@@ -59,6 +62,7 @@ const wchar_t* HostUsage() {
            L"                   and exits with 4 when the ratio is over the target\n"
            L"  --time-runs N    repetitions for --time (median; default 5)\n"
            L"  --answer yes|no  answer to the plug-in's yes/no questions (default no)\n"
+           L"  --file PATH      file name given to the plug-in's file dialogs (default cancel)\n"
            L"  --page P         the page (tab index from 0, or title) of the steps after it:\n"
            L"    --set ID=TEXT  sets a control's text      --select ID=N   picks combo item N\n"
            L"    --click ID     clicks a button            --trackbar ID=POS  moves a trackbar\n"
@@ -133,6 +137,8 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             opts.help = true;
         } else if (arg == L"--headless") {
             opts.headless = true;
+        } else if (arg == L"--no-last-document") {
+            opts.lastDocument = false;
         } else if (arg == L"--printer") {
             if (!value(opts.printer))
                 return false;
@@ -174,6 +180,10 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             sheetOption = true;
         } else if (arg == L"--time-runs") {
             if (!number(1, 100, opts.timeRuns))
+                return false;
+            sheetOption = true;
+        } else if (arg == L"--file") {
+            if (!value(opts.fileAnswer))
                 return false;
             sheetOption = true;
         } else if (arg == L"--answer") {

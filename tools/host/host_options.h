@@ -24,6 +24,7 @@ struct HostOptions {
     std::wstring packageDir;   // --package; default <kivhost folder>\driver
     int verbosity = -1;        // --verbosity 0..7; -1 leaves the registry alone
     bool headless = false;     // --headless: devmode services and common UI entry only
+    bool lastDocument = true;  // --no-last-document: the print folder gets no last document
     int logLines = 40;         // --log-lines: how many new log lines to print
     bool help = false;
 
@@ -33,6 +34,7 @@ struct HostOptions {
     bool time = false;                     // --time
     int timeRuns = 5;                      // --time-runs N (median of N)
     bool answerYes = false;                // --answer yes|no for the plug-in's questions
+    std::wstring fileAnswer;               // --file PATH for the plug-in's file dialogs
     std::vector<PageAction> actions;       // --page, --set, --select, --click, --trackbar,
                                            // --dump-controls
 };

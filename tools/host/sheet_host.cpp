@@ -14,6 +14,8 @@
 #include "page_steps.h"
 #include "png_capture.h"
 
+#include <dlgs.h>  // the common file dialogs' control ids
+
 namespace {
 
 // Posted by the first page once the sheet exists; handled inside the sheet's own loop.
@@ -84,6 +86,7 @@ class SheetHost {
     LONG_PTR ComPropSheet(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2);
     INT_PTR PageProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
     void OnActivate(HWND window);
+    void AnswerFileDialog(HWND window);
 
   private:
     bool Baseline() const { return plugin_ == nullptr; }
@@ -501,8 +504,10 @@ void SheetHost::OnActivate(HWND window) {
     if (std::wstring(cls) != L"#32770" || GetDlgItem(window, kSheetTabControlId) != nullptr)
         return;
     HWND textControl = GetDlgItem(window, kMessageBoxTextId);
-    if (textControl == nullptr)
+    if (textControl == nullptr) {
+        AnswerFileDialog(window);
         return;
+    }
     wchar_t title[512] = {};
     wchar_t text[2048] = {};
     GetWindowTextW(window, title, 512);
@@ -520,6 +525,25 @@ void SheetHost::OnActivate(HWND window) {
     SetPropW(window, kAnsweredProp, reinterpret_cast<HANDLE>(1));
     PostMessageW(window, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED),
                  reinterpret_cast<LPARAM>(GetDlgItem(window, answer)));
+}
+
+void SheetHost::AnswerFileDialog(HWND window) {
+    // The file name box of the common file dialogs: the combo of the explorer style, or the
+    // edit of the old style.
+    HWND name = GetDlgItem(window, cmb13);
+    if (name == nullptr)
+        name = GetDlgItem(window, edt1);
+    if (name == nullptr)
+        return;
+    wchar_t title[512] = {};
+    GetWindowTextW(window, title, 512);
+    const bool give = !script_.fileAnswer.empty();
+    Out("FILEDIALOG title=%s answer=%s\n", Quoted(title).c_str(),
+        give ? Quoted(script_.fileAnswer).c_str() : "cancel");
+    SetPropW(window, kAnsweredProp, reinterpret_cast<HANDLE>(1));
+    if (give)
+        SetWindowTextW(name, script_.fileAnswer.c_str());
+    PostMessageW(window, WM_COMMAND, MAKEWPARAM(give ? IDOK : IDCANCEL, BN_CLICKED), 0);
 }
 
 }  // namespace

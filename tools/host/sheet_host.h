@@ -28,6 +28,7 @@ struct SheetScript {
     SheetPress press = SheetPress::kNone;
     std::wstring screenshotDir;
     bool answerYes = false;
+    std::wstring fileAnswer;  // typed into the plug-in's file dialogs; empty: cancel them
     std::vector<PageAction> actions;
 };
 

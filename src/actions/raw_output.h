@@ -1,0 +1,37 @@
+// Raw jobs straight onto a printer's queue, and whether the printer can take one.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "ports/spooler.h"
+#include "ports/text_codec.h"
+
+// The whole file in binary; empty when it is missing, unreadable or empty.
+std::vector<uint8_t> ReadWholeFile(const std::string& path);
+
+// The file the rendering side leaves after each job: folder + "\last" + printer + "_UiUni.prn".
+std::string LastDocumentPath(const std::string& printFolder, const std::string& printerName);
+
+// Whether a file goes out as printer data ("prn"): its extension, upper-cased, is exactly ".PRN".
+bool IsPrinterDataFile(const std::string& path);
+
+// One raw job with `buffer` (taken over) on an open printer: document "prn" when `printerData`
+// is non-zero, else "data". 1 when the whole buffer was written and the job ended cleanly.
+// An empty buffer makes no spooler call. Every failure after the handle is used closes it, the
+// caller's own handle included; success leaves it open for the caller.
+int SendRawBuffer(Spooler& spooler, std::vector<uint8_t> buffer, PrinterHandle printer,
+                  uint32_t printerData);
+
+// Sends a whole file; `printer` may be kNoPrinterHandle, and the printer is then opened by name
+// and closed afterwards.
+int SendFileToPrinter(Spooler& spooler, const std::string& path, PrinterHandle printer,
+                      const std::u16string& printerName);
+
+// Sends the last-document file of the printer again, as document "prn".
+int PrintLastDocument(Spooler& spooler, TextCodec& text, const std::u16string& printerName,
+                      const std::string& printFolder, PrinterHandle printer);
+
+// 1 unless the printer reports itself offline or is set to work offline; paused counts as online.
+int IsPrinterOnline(Spooler& spooler, PrinterHandle printer);

@@ -1,0 +1,270 @@
+// The Console page: device actions (reprint, save, send, set-up tool, reset) and the job commands.
+#include "../../resources/resource.h"
+#include "actions/raw_output.h"
+#include "infra/log.h"
+#include "pages/console_rules.h"
+#include "pages/page_framework_win.h"
+#include "ports/platform_win.h"
+#include "settings/ui_device_common.h"
+
+// The lean Windows headers leave out the file dialogs and ShellExecute.
+#include <commdlg.h>
+#include <shellapi.h>
+
+namespace {
+
+constexpr const char* kLogName = "DevicePropPageDocConsole";
+
+constexpr wchar_t kStartHelp[] =
+    L"START JOB COMMANDS\n\nAdd raw data before the document printout. It can be used to add\n"
+    L"protocol commands (e.g. Additional Line feeds) or text at the\nbeginning of the "
+    L"printout.\n\nUse with caution to avoid document printout corruption or print issues.\n";
+constexpr wchar_t kEndHelp[] =
+    L"END JOB COMMANDS\n\nAdd raw data after the document printout. It can be used to add\n"
+    L"protocol commands (e.g. Additional Line feeds) or text at the\nend of the printout.\n\nUse "
+    L"with caution to avoid document printout corruption or print issues.\n";
+
+constexpr PictureRow kPictures[] = {{IDC_CONSOLE_HEADER, IDB_PNG_CONSOLE}};
+constexpr HelpRow kHelps[] = {{IDC_CONSOLE_START_HELP, kStartHelp},
+                              {IDC_CONSOLE_END_HELP, kEndHelp}};
+
+constexpr wchar_t kSendFilter[] =
+    L"Prn,Upg and Binary files(*.prn;*.upg;*.bin)\0*.prn;*.upg;*.bin\0";
+constexpr wchar_t kSaveFilter[] = L"Prn file(*.prn)\0*.prn\0";
+
+struct CommandControls {
+    int source;
+    int text;
+    int browse;
+};
+constexpr CommandControls kStart = {IDC_CONSOLE_START_SOURCE, IDC_CONSOLE_START_TEXT,
+                                    IDC_CONSOLE_START_BROWSE};
+constexpr CommandControls kEnd = {IDC_CONSOLE_END_SOURCE, IDC_CONSOLE_END_TEXT,
+                                  IDC_CONSOLE_END_BROWSE};
+
+void ShowCommand(HWND hDlg, const CommandControls& ids, const CommandView& view) {
+    FillComboFromLabels(hDlg, ids.source, view.source.labels, view.source.selection);
+    WriteControlText(hDlg, ids.text, view.text);
+    SetControlState(hDlg, ids.text, view.textEnabled ? kControlEnable : kControlDisable);
+    SetControlState(hDlg, ids.browse, view.browseShown ? kControlShow : kControlHide);
+}
+
+void Fill(HWND hDlg, UiDeviceCommon& device) {
+    const ConsolePageView view = MakeConsolePageView(device);
+    ShowCommand(hDlg, kStart, view.start);
+    ShowCommand(hDlg, kEnd, view.end);
+}
+
+void ShowError(HWND hDlg, const wchar_t* message) {
+    const std::wstring title = WidenAnsi(PanelTitle(PageId::kConsole));
+    MessageBoxW(hDlg, message, title.c_str(), MB_OK | MB_ICONERROR);
+}
+
+// The printer as the page knows it: the framework's handle (or the sentinel when it gave none,
+// so the printer is opened by name) and the name.
+struct PagePrinter {
+    PrinterHandle handle = kNoPrinterHandle;
+    std::u16string name;
+    OemUiState* state = nullptr;
+};
+PagePrinter PrinterOf(HWND hDlg) {
+    PagePrinter printer;
+    const PageContext* context = PageContextOf(hDlg);
+    if (context == nullptr || context->pOemUiState == nullptr) {
+        return printer;
+    }
+    printer.state = context->pOemUiState;
+    printer.name = printer.state->printerNameWide;
+    if (printer.state->hPrinter != nullptr) {
+        printer.handle = reinterpret_cast<PrinterHandle>(printer.state->hPrinter);
+    }
+    return printer;
+}
+
+// The configured print folder with its environment variables expanded.
+std::string PrintFolder(const OemUiState& state) {
+    std::string folder;
+    if (!WinPlatform().log.folders->Expand(state.config.prnFolder, MAX_PATH, &folder)) {
+        folder = state.config.prnFolder;
+    }
+    return folder;
+}
+
+// The file dialogs: an empty path when the user cancels.
+std::wstring AskFile(HWND hDlg, const wchar_t* filter, bool save) {
+    wchar_t path[MAX_PATH] = {};
+    OPENFILENAMEW dialog = {};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = hDlg;
+    dialog.lpstrFilter = filter;
+    dialog.lpstrFile = path;
+    dialog.nMaxFile = MAX_PATH;
+    if (save) {
+        dialog.lpstrDefExt = L"prn";
+        dialog.Flags = OFN_PATHMUSTEXIST;
+        return GetSaveFileNameW(&dialog) ? path : L"";
+    }
+    dialog.Flags = OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
+    return GetOpenFileNameW(&dialog) ? path : L"";
+}
+
+void Reprint(HWND hDlg) {
+    const PagePrinter printer = PrinterOf(hDlg);
+    if (printer.state == nullptr) {
+        return;
+    }
+    if (!PrintLastDocument(*WinPlatform().spooler, *WinPlatform().log.text, printer.name,
+                           PrintFolder(*printer.state), printer.handle)) {
+        ShowError(hDlg, L"Impossible to send the last print");
+    }
+}
+
+void SaveLastDocument(HWND hDlg) {
+    const PagePrinter printer = PrinterOf(hDlg);
+    if (printer.state == nullptr) {
+        return;
+    }
+    const std::wstring last =
+        WidenAnsi(LastDocumentPath(PrintFolder(*printer.state), printer.state->printerName));
+    if (GetFileAttributesW(last.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        ShowError(hDlg, L"Impossible to open the file");
+        return;
+    }
+    const std::wstring target = AskFile(hDlg, kSaveFilter, true);
+    if (!target.empty()) {
+        CopyFileW(last.c_str(), target.c_str(), FALSE);
+    }
+}
+
+void SendFile(HWND hDlg) {
+    const PagePrinter printer = PrinterOf(hDlg);
+    if (printer.state == nullptr) {
+        return;
+    }
+    Spooler& spooler = *WinPlatform().spooler;
+    if (!IsPrinterOnline(spooler, printer.handle)) {
+        ShowError(hDlg, L"The printer is OFFLINE");
+        TheLog().Write(kLogError, kLogName, "Send file to printer error: Printer is Offline");
+        return;
+    }
+    const std::wstring path = AskFile(hDlg, kSendFilter, false);
+    if (path.empty()) {
+        return;
+    }
+    if (!SendFileToPrinter(spooler, NarrowAnsi(path), printer.handle, printer.name)) {
+        ShowError(hDlg, L"Impossible to send the file");
+        TheLog().Write(kLogError, kLogName, "Send file to printer error: Send to printer error");
+    }
+}
+
+void OpenRigset(HWND hDlg) {
+    const Platform& platform = WinPlatform();
+    const std::string program = RigsetProgramPath(*platform.localMachine, *platform.log.text);
+    if (program.empty()) {
+        SetControlState(hDlg, IDC_CONSOLE_OPEN_RIGSET, kControlDisable);
+        return;
+    }
+    const bool ctrlHeld = (GetAsyncKeyState(VK_CONTROL) & 0x8000) != 0;
+    const std::string folder = WorkingFolderOf(program);
+    ShellExecuteA(hDlg, nullptr, program.c_str(), RigsetParameters(ctrlHeld), folder.c_str(),
+                  SW_SHOWNORMAL);
+}
+
+void ResetDefault(HWND hDlg) {
+    const std::wstring title = WidenAnsi(PanelTitle(PageId::kConsole));
+    if (MessageBoxW(hDlg, L"Continue to reset the values to default?", title.c_str(),
+                    MB_YESNO | MB_ICONQUESTION) != IDYES) {
+        return;
+    }
+    if (PageContext* context = PageContextOf(hDlg)) {
+        context->m_bResetRequested = 1;
+    }
+    // The sheet applies (the document callback then writes the model's defaults) and closes.
+    SendMessageW(GetParent(hDlg), WM_COMMAND, IDOK, 0);
+}
+
+void OnSourceChanged(HWND hDlg, const CommandControls& ids) {
+    const uint8_t mode = CommandModeFromSelection(ComboSelection(hDlg, ids.source));
+    const CommandView view = CommandViewFor(mode, "");
+    WriteControlText(hDlg, ids.text, view.text);
+    SetControlState(hDlg, ids.text, view.textEnabled ? kControlEnable : kControlDisable);
+    SetControlState(hDlg, ids.browse, view.browseShown ? kControlShow : kControlHide);
+}
+
+// A chosen file goes into the text box, whose change notification tells the sheet.
+void Browse(HWND hDlg, int textId) {
+    const std::wstring path = AskFile(hDlg, kSendFilter, false);
+    if (!path.empty()) {
+        WriteControlText(hDlg, textId, NarrowAnsi(path));
+    }
+}
+
+bool OnCommand(HWND hDlg, int id, int code) {
+    if (code == CBN_SELCHANGE && (id == kStart.source || id == kEnd.source)) {
+        OnSourceChanged(hDlg, id == kStart.source ? kStart : kEnd);
+        return true;
+    }
+    if (code == EN_CHANGE) {
+        return id == kStart.text || id == kEnd.text;
+    }
+    if (code != BN_CLICKED) {
+        return false;
+    }
+    switch (id) {
+        case IDC_CONSOLE_REPRINT:
+            Reprint(hDlg);
+            break;
+        case IDC_CONSOLE_SAVE_LAST_DOC:
+            SaveLastDocument(hDlg);
+            break;
+        case IDC_CONSOLE_SEND_FILE:
+            SendFile(hDlg);
+            break;
+        case IDC_CONSOLE_OPEN_RIGSET:
+            OpenRigset(hDlg);
+            break;
+        case IDC_CONSOLE_RESET_DEFAULT:
+            ResetDefault(hDlg);
+            break;
+        case IDC_CONSOLE_START_BROWSE:
+            Browse(hDlg, kStart.text);
+            break;
+        case IDC_CONSOLE_END_BROWSE:
+            Browse(hDlg, kEnd.text);
+            break;
+        default:
+            break;
+    }
+    return false;
+}
+
+ConsoleControls ReadControls(HWND hDlg) {
+    // The edits hand back the text's first characters only, as many as the rules name.
+    constexpr int kTextChars = static_cast<int>(kFreeBufferTextLimit) + 1;
+    return ConsoleControls{
+        ComboSelection(hDlg, kStart.source),
+        ReadControlText(hDlg, kStart.text, kTextChars),
+        ComboSelection(hDlg, kEnd.source),
+        ReadControlText(hDlg, kEnd.text, kTextChars),
+    };
+}
+
+bool PathExists(const std::string& path) {
+    return GetFileAttributesW(WidenAnsi(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+}  // namespace
+
+template <>
+const PageDefinition& DefinitionOf<PageId::kConsole>() {
+    static const PageDefinition definition{
+        kPictures,
+        kHelps,
+        {},
+        Fill,
+        OnCommand,
+        [](HWND hDlg) { return ValidateConsoleControls(ReadControls(hDlg), PathExists); },
+        [](HWND hDlg, UiDeviceCommon& device) { StoreConsoleControls(device, ReadControls(hDlg)); },
+    };
+    return definition;
+}

@@ -1,0 +1,107 @@
+// Tests of the Console page's rules: command modes, the shown text, the checks and the read-back.
+#include "pages/console_rules.h"
+
+#include <gtest/gtest.h>
+
+#include "settings/setting_enums.h"
+#include "settings/ui_device_common.h"
+#include "support/fake_text_codec.h"
+#include "support/memory_hive.h"
+
+namespace {
+
+std::vector<uint8_t> Bytes(const std::string& text) {
+    return std::vector<uint8_t>(text.begin(), text.end());
+}
+
+TEST(ConsoleRules, ModesShowTheirTextAndControlsAndTheTextReadsBack) {
+    UiDeviceCommon device("TEST", "", "", "");
+    device.SetStartJobBufferMode(FREE_CMD_MODE_ZAP);
+    device.SetStartJobBuffer(Bytes("A\\\x0A\x7F~"));
+    device.SetEndJobBufferMode(FREE_CMD_MODE_FILENAME);
+    device.SetEndJobBuffer(Bytes("C:\\cmd\\end.prn"));
+    const ConsolePageView view = MakeConsolePageView(device);
+    EXPECT_EQ(view.start.source.selection, 2);
+    EXPECT_EQ(view.start.text, "A\\x5C\\x0A\\x7F~");
+    EXPECT_TRUE(view.start.textEnabled && !view.start.browseShown);
+    EXPECT_EQ(view.end.source.selection, 1);
+    EXPECT_EQ(view.end.text, "C:\\cmd\\end.prn");
+    EXPECT_TRUE(view.end.textEnabled && view.end.browseShown);
+    // None and an unknown mode: no text, nothing to type into.
+    for (uint8_t mode : {FREE_CMD_MODE_NONE, uint8_t{7}}) {
+        const CommandView none = CommandViewFor(mode, CommandText(mode, Bytes("x")));
+        EXPECT_EQ(none.source.selection, 0);
+        EXPECT_EQ(none.text, "");
+        EXPECT_FALSE(none.textEnabled || none.browseShown);
+    }
+
+    StoreConsoleControls(device, {2, view.start.text, 0, ""});
+    EXPECT_EQ(device.GetStartJobBufferMode(), FREE_CMD_MODE_ASCII);
+    EXPECT_EQ(device.GetStartJobBuffer(), Bytes("A\\\x0A\x7F~"));
+
+    // A file keeps its path (as the edit hands it back); None keeps nothing.
+    StoreConsoleControls(device, {1, std::string(300, 'p'), 0, "ignored"});
+    EXPECT_EQ(device.GetStartJobBuffer().size(), kFreeBufferPathLimit);
+    EXPECT_EQ(device.GetEndJobBufferMode(), FREE_CMD_MODE_NONE);
+    EXPECT_TRUE(device.GetEndJobBuffer().empty());
+}
+
+TEST(ConsoleRules, ChecksStartThenEndWithTheirTexts) {
+    const auto exists = [](const std::string& path) { return path == "C:\\there.prn"; };
+    const auto Start = [&](int mode, std::string text) {
+        return ValidateConsoleControls({mode, std::move(text), 0, ""}, exists);
+    };
+    const auto End = [&](int mode, std::string text) {
+        return ValidateConsoleControls({0, "", mode, std::move(text)}, exists);
+    };
+    const char* kPath = "The path of a free buffer file is wrong or empty";
+    const char* kFormat = "The ASCII format of a free buffer file is wrong or empty";
+    const char* kSize = "The free buffer size is over the max (512)";
+    // 128 escapes of one byte each plus 384 plain characters: 512 bytes from 896 characters.
+    std::string escapes512(384, 'B');
+    for (int i = 0; i < 128; ++i)
+        escapes512.insert(0, "\\x41");
+    struct Case {
+        std::optional<ValidationFailure> got;
+        const char* message;  // null: passes
+        std::string logLine;
+    };
+    const Case cases[] = {
+        {Start(1, "C:\\there.prn"), nullptr, ""},
+        {Start(1, ""), kPath, "Free Buffers Start : Filename Empty"},
+        {End(1, "C:\\gone.prn"), kPath, "Free Buffers End : path doesn't exists <C:\\gone.prn>"},
+        {Start(2, std::string(512, 'A')), nullptr, ""},
+        {End(2, escapes512), nullptr, ""},
+        {Start(2, std::string(513, 'A')), kSize,
+         "Free Buffers Start : Buffer size error (513 512)"},
+        {End(2, escapes512 + "C"), kSize, "Free Buffers End : Buffer size error (513 512)"},
+        {Start(2, "\\xZZ"), kFormat, "Free Buffers Start : Buffer Empty"},
+        {End(2, "A\\xZZ"), kFormat, "Free Buffers End : Buffer empty"},
+        {Start(2, ""), kFormat, "Free Buffers Start : Buffer convertion error <>"},
+        {End(2, ""), kFormat, "Free Buffers End : Buffer convertion error <>"},
+        // The edit hands back 1535 characters, so a longer text is cut before parsing.
+        {Start(2, std::string(1600, 'x')), kSize,
+         "Free Buffers Start : Buffer size error (1535 512)"},
+        {ValidateConsoleControls({1, "", 2, ""}, exists), kPath,
+         "Free Buffers Start : Filename Empty"},
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        SCOPED_TRACE(testing::Message() << "case " << i);
+        const Case& c = cases[i];
+        EXPECT_EQ(c.got ? c.got->message + " | " + c.got->logLine : "",
+                  c.message ? c.message + (" | " + c.logLine) : "");
+        EXPECT_TRUE(!c.got || c.got->page == PageId::kConsole);
+    }
+}
+
+TEST(ConsoleRules, RigsetFromItsUninstallEntry) {
+    MemoryHive hive;
+    FakeTextCodec text;
+    EXPECT_EQ(RigsetProgramPath(hive, text), "");
+    hive.Put(kRigsetUninstallKey, u"InstallLocation", kRegSz, Utf16Bytes(u"C:\\Rigset"));
+    EXPECT_EQ(RigsetProgramPath(hive, text), "C:\\Rigset\\OvRigset.exe");
+    EXPECT_EQ(WorkingFolderOf("D:/tools\\x/OvRigset.exe"), "D:/tools\\x");
+    EXPECT_EQ(WorkingFolderOf("OvRigset.exe"), "");
+}
+
+}  // namespace

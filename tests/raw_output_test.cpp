@@ -1,0 +1,142 @@
+// Tests of raw jobs: call sequences, clean-up on each failure, document names, online rules.
+#include "actions/raw_output.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "support/fake_spooler.h"
+#include "support/fake_text_codec.h"
+
+namespace {
+
+using Calls = std::vector<std::string>;
+const std::string kOpenedClose = "ClosePrinter " + std::to_string(FakeSpooler::kOpenedHandle);
+
+std::string Write(const std::string& path, const std::string& contents) {
+    std::ofstream(path, std::ios::binary) << contents;
+    return path;
+}
+
+TEST(RawOutput, EachFailingStepUndoesWhatCameBeforeAndClosesTheCallersHandle) {
+    const Calls job = {"StartDocument data RAW", "StartPage", "Write 3", "EndPage", "EndDocument"};
+    const Calls full = {job[0], job[1], job[2], job[3], job[4], "ClosePrinter 7"};
+    struct Case {
+        const char* failing;
+        Calls calls;
+    };
+    const Case cases[] = {
+        {"StartDocument", {job[0], "ClosePrinter 7"}},
+        {"StartPage", {job[0], job[1], "EndDocument", "ClosePrinter 7"}},
+        {"Write", full},
+        {"EndPage", full},
+        {"EndDocument", full},
+        {"", job},  // success leaves the handle to the caller
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.failing);
+        FakeSpooler spooler;
+        spooler.failing = {c.failing};
+        EXPECT_EQ(*c.failing == '\0' ? 1 : 0, SendRawBuffer(spooler, {'a', 'b', 'c'}, 7, 0));
+        EXPECT_EQ(c.calls, spooler.calls);
+    }
+    // A short write with an otherwise clean job fails without closing; an empty buffer makes
+    // no call at all.
+    FakeSpooler spooler;
+    spooler.shortWriteBy = 1;
+    EXPECT_EQ(0, SendRawBuffer(spooler, {'a', 'b', 'c'}, 7, 0));
+    EXPECT_EQ(job, spooler.calls);
+    FakeSpooler idle;
+    EXPECT_EQ(0, SendRawBuffer(idle, {}, 7, 1));
+    EXPECT_TRUE(idle.calls.empty());
+}
+
+TEST(RawOutput, FilesGoWholeNamedByTheirExtensionAndAPrinterOpenedHereIsClosedHere) {
+    for (const char* name : {"a.prn", "B.PRN", "C:\\d.x\\c.Prn"})
+        EXPECT_TRUE(IsPrinterDataFile(name)) << name;
+    for (const char* name : {"a.prn1", "fw.bin", "fw.upg", "noext", "d.prn/noext", "d.prn\\x"})
+        EXPECT_FALSE(IsPrinterDataFile(name)) << name;
+    const std::filesystem::path dir = std::filesystem::temp_directory_path() / "kiv_raw_output";
+    std::filesystem::create_directories(dir);
+    const auto File = [&](const char* name) { return Write((dir / name).string(), "\x1B@A"); };
+
+    FakeSpooler spooler;
+    EXPECT_EQ(1, SendFileToPrinter(spooler, File("a.prn"), kNoPrinterHandle, u"KIV P"));
+    EXPECT_EQ((Calls{"OpenPrinterByName KIV P", "StartDocument prn RAW", "StartPage", "Write 3",
+                     "EndPage", "EndDocument", kOpenedClose}),
+              spooler.calls);
+    EXPECT_EQ("\x1B@A", spooler.output);
+    // After a failure the handle opened here is closed twice.
+    FakeSpooler failing;
+    failing.failing = {"StartDocument"};
+    EXPECT_EQ(0, SendFileToPrinter(failing, File("fw.bin"), kNoPrinterHandle, u"KIV P"));
+    EXPECT_EQ(
+        (Calls{"OpenPrinterByName KIV P", "StartDocument data RAW", kOpenedClose, kOpenedClose}),
+        failing.calls);
+    // A printer that does not open, a missing or an empty file: 0, no job.
+    FakeSpooler closed;
+    closed.failing = {"OpenPrinterByName"};
+    EXPECT_EQ(0, SendFileToPrinter(closed, File("a.prn"), kNoPrinterHandle, u"KIV P"));
+    EXPECT_EQ(Calls{"OpenPrinterByName KIV P"}, closed.calls);
+    FakeSpooler idle;
+    EXPECT_EQ(0, SendFileToPrinter(idle, Write((dir / "e.prn").string(), ""), 7, u"P"));
+    EXPECT_EQ(0, SendFileToPrinter(idle, (dir / "missing.prn").string(), 7, u"P"));
+    EXPECT_TRUE(idle.calls.empty());
+    std::filesystem::remove_all(dir);
+}
+
+TEST(RawOutput, LastDocumentIsReprintedAsPrinterData) {
+    FakeTextCodec text;
+    const std::string folder = (std::filesystem::temp_directory_path() / "kiv").string();
+    // The Windows separator is an ordinary character here: the file sits beside the folder.
+    const std::string last = Write(LastDocumentPath(folder, "KIV P"), "receipt");
+    EXPECT_EQ(folder + "\\lastKIV P_UiUni.prn", last);
+    const Calls job = {"StartDocument prn RAW", "StartPage", "Write 7", "EndPage", "EndDocument"};
+
+    FakeSpooler spooler;
+    EXPECT_EQ(1, PrintLastDocument(spooler, text, u"KIV P", folder, 7));
+    EXPECT_EQ(job, spooler.calls);
+    EXPECT_EQ("receipt", spooler.output);
+    // Opened here: closed once after a job that ended, short or not; a failing step's close is
+    // the only one.
+    FakeSpooler shortWrite;
+    shortWrite.shortWriteBy = 2;
+    EXPECT_EQ(0, PrintLastDocument(shortWrite, text, u"KIV P", folder, kNoPrinterHandle));
+    EXPECT_EQ(kOpenedClose, shortWrite.calls.back());
+    FakeSpooler failing;
+    failing.failing = {"StartPage"};
+    EXPECT_EQ(0, PrintLastDocument(failing, text, u"KIV P", folder, kNoPrinterHandle));
+    EXPECT_EQ((Calls{"OpenPrinterByName KIV P", "StartDocument prn RAW", "StartPage", "EndDocument",
+                     kOpenedClose}),
+              failing.calls);
+    FakeSpooler idle;
+    EXPECT_EQ(0, PrintLastDocument(idle, text, u"Other", folder, kNoPrinterHandle));
+    EXPECT_TRUE(idle.calls.empty());
+    std::filesystem::remove(last);
+}
+
+TEST(RawOutput, OnlineUnlessOfflineOrWorkingOffline) {
+    struct Case {
+        uint32_t status, attributes;
+        const char* failing;
+        int online;
+    };
+    const Case cases[] = {
+        {0x1 /* paused */, kPrinterAttributeEnableBidi, "", 1},
+        {kPrinterStatusOffline, 0, "", 0},
+        {0, kPrinterAttributeWorkOffline, "", 0},
+        {0, 0, "PrinterStatus", 0},
+        {0, 0, "PrinterAttributes", 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.status << " " << c.attributes << " " << c.failing);
+        FakeSpooler spooler;
+        spooler.status = c.status;
+        spooler.attributes = c.attributes;
+        spooler.failing = {c.failing};
+        EXPECT_EQ(c.online, IsPrinterOnline(spooler, 7));
+    }
+}
+
+}  // namespace
