@@ -24,14 +24,21 @@ endif()
 
 if(KIV_FUZZ)
   file(GLOB KIV_FUZZERS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/fuzz/*_fuzzer.cpp)
-  foreach(src ${KIV_FUZZERS})
-    get_filename_component(name ${src} NAME_WE)
+  function(kiv_fuzzer name src)
     add_executable(${name} ${src})
     target_link_libraries(${name} PRIVATE kiv_core)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
     kiv_warnings(${name})
+  endfunction()
+  foreach(src ${KIV_FUZZERS})
+    get_filename_component(name ${src} NAME_WE)
+    kiv_fuzzer(${name} ${src})
   endforeach()
+  # The transfers once more with the log on, their lines and dumps formatted from the fuzzed
+  # values: a target of its own, since formatting costs ten times the transfer itself.
+  kiv_fuzzer(transfer_log_fuzzer ${CMAKE_SOURCE_DIR}/fuzz/transfer_fuzzer.cpp)
+  target_compile_definitions(transfer_log_fuzzer PRIVATE KIV_FUZZ_WITH_LOG=1)
   return()
 endif()
 

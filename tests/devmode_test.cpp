@@ -90,6 +90,49 @@ TEST(OemDevConvert, ForeignSignatureGivesTheFullDefault) {
     EXPECT_EQ(0, std::memcmp(&out, &expected, sizeof out));
 }
 
+// The merge keeps the incoming block as far as it goes, zero beyond, whatever its header claims.
+TEST(OemDevMerge, KeepsTheIncomingBlockAsFarAsItGoes) {
+    std::vector<uint8_t> big(OEMDEV_SIZE, 0xAB);
+    const uint32_t claims[] = {5000, KIVITEM_SIGNATURE};
+    std::memcpy(big.data(), claims, sizeof claims);
+    for (size_t held : {size_t{40}, size_t{OEMDEV_SIZE}}) {
+        SCOPED_TRACE(held);
+        std::vector<uint8_t> in(big.begin(), big.begin() + held);
+        OEMDEV out, kept = Filled(0x99);
+        SetOEMDevDefault(out);
+        uint32_t cb = sizeof out;
+        ASSERT_EQ(kHrOk, hrOEMDevMode(OEMDM_MERGE, {true, in.data(), held, &out, &cb, &kept}).hr);
+        EXPECT_EQ(0, std::memcmp(Bytes(kept), in.data(), held));
+        EXPECT_EQ(held == OEMDEV_SIZE ? 0xAB : 0, Bytes(kept)[OEMDEV_SIZE - 1]);
+    }
+}
+
+TEST(OemDevConvert, ExtentOfTheIncomingBlock) {
+    // A public devmode of 220 bytes whose driver extra holds the private block.
+    std::vector<uint8_t> pub(220 + OEMDEV_SIZE + 100, 0);
+    const uint32_t claim = 1000;
+    std::memcpy(&pub[220], &claim, 4);
+    const struct {
+        const char* what;
+        size_t offset, publicExtent;
+        bool withPublic;
+        size_t expected;
+    } cases[] = {
+        {"8 bytes of driver extra", 220, 228, true, 8},
+        {"a short tail, whatever the header claims", 220, 220 + 2000, true, 2000},
+        {"more than a record", 220, pub.size(), true, OEMDEV_SIZE},
+        {"no public devmode: the header's claim", 220, 0, false, 1000},
+        {"outside the public devmode", 220, 220, true, 1000},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        EXPECT_EQ(c.expected,
+                  IncomingRecordExtent(&pub[c.offset], c.withPublic ? pub.data() : nullptr,
+                                       c.publicExtent));
+    }
+    EXPECT_EQ(0u, IncomingRecordExtent(nullptr, pub.data(), pub.size()));
+}
+
 // Intact guards keep the body even at layout version 1 (the opening repairs it); a damaged
 // guard resets the whole record.
 TEST(OemDevMerge, GuardsDecideWhetherTheBodyIsKept) {

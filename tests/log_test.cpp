@@ -184,7 +184,7 @@ TEST(LogHead, NewFileGetsModuleLinesThenExtensionUnderTheFilter) {
 TEST(LogSize, FilePastTheLimitIsBegunAnewAtTheTwentiethLineOnly) {
     struct Case {
         size_t startSize;
-        bool deleteFails;
+        bool truncateFails;
         int resetAt;  // 0: never within 40 lines
     };
     const size_t lineSize = kHead.size() + std::string("[F] line 10\n").size();
@@ -195,19 +195,18 @@ TEST(LogSize, FilePastTheLimitIsBegunAnewAtTheTwentiethLineOnly) {
         {kLogSizeLimit + 1, true, 20},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.startSize << " " << c.deleteFails);
+        SCOPED_TRACE(testing::Message() << c.startSize << " " << c.truncateFails);
         LocalLog local;
         local.fake.file.assign(c.startSize, 'x');
-        local.fake.deleteFails = c.deleteFails;
+        local.fake.truncateFails = c.truncateFails;
         for (int i = 1; i < c.resetAt; ++i)
             local.log.Write(kLogError, "C::F", "line %d", i);
-        EXPECT_EQ(std::count(local.fake.calls.begin(), local.fake.calls.end(), "Delete"), 0);
+        EXPECT_EQ(std::count(local.fake.calls.begin(), local.fake.calls.end(), "Truncate"), 0);
         local.log.Write(kLogError, "C::F", "line %d", c.resetAt);
-        if (c.deleteFails) {
-            // The line is dropped and the file left closed; the next line reopens it, headless.
-            EXPECT_FALSE(local.fake.fileOpen);
-            local.log.Write(kLogError, "C::F", "next");
-            EXPECT_EQ(local.fake.file.substr(local.fake.file.size() - 9), "[F] next\n");
+        if (c.truncateFails) {
+            // The line still goes in, behind the old lines, and the file stays open.
+            EXPECT_TRUE(local.fake.fileOpen);
+            EXPECT_EQ(local.fake.file.substr(local.fake.file.size() - 12), "[F] line 20\n");
             continue;
         }
         Lines expected = kFileHead;

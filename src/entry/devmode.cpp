@@ -36,6 +36,17 @@ uint32_t ReadU32(const uint8_t* p) {
 
 }  // namespace
 
+size_t IncomingRecordExtent(const uint8_t* block, const uint8_t* publicDevmode,
+                            size_t publicExtent) {
+    if (block == nullptr)
+        return 0;
+    const auto at = reinterpret_cast<uintptr_t>(block);
+    const auto from = reinterpret_cast<uintptr_t>(publicDevmode);
+    if (publicDevmode != nullptr && at >= from && at - from < publicExtent)
+        return std::min<size_t>(publicExtent - (at - from), OEMDEV_SIZE);
+    return std::min<size_t>(ReadU32(block + offsetof(OemDmExtraHeader, dwSize)), OEMDEV_SIZE);
+}
+
 bool ConvertOEMDevmode(const uint8_t* in, size_t inAvailable, OEMDEV* out) {
     static const char* const kFn = "ConvertOEMDevmode";
     if (in == nullptr || out == nullptr) {
@@ -99,6 +110,13 @@ DevModeResult hrOEMDevMode(uint32_t dwMode, const DevModeCall& call) {
         case OEMDM_MERGE:
             ConvertOEMDevmode(call.oemIn, call.oemInAvailable, call.oemOut);
             ValidateOEMDevmode(call.oemOut);
+            // The incoming record, not the merged one, is what the pages start from at the next
+            // opening (kept-behaviour: Merge keeps the incoming record).
+            if (call.mergeCopy != nullptr && call.oemIn != nullptr) {
+                std::memset(call.mergeCopy, 0, sizeof *call.mergeCopy);
+                std::memcpy(call.mergeCopy, call.oemIn,
+                            std::min<size_t>(call.oemInAvailable, OEMDEV_SIZE));
+            }
             break;
     }
     return {kHrOk, kErrorSuccess};

@@ -26,6 +26,13 @@ void StampOEMDevHeader(OEMDEV& rec);
 bool ConvertOEMDevmode(const uint8_t* in, size_t inAvailable, OEMDEV* out);
 bool ValidateOEMDevmode(OEMDEV* rec);
 
+// How many bytes of the incoming private block may be read. The framework hands the block inside
+// the public devmode it came with, whose extent (dmSize + dmDriverExtra, `publicExtent` bytes from
+// `publicDevmode`) bounds it; for a block outside any public devmode nothing but its own header's
+// dwSize tells its length. Never more than a whole record.
+size_t IncomingRecordExtent(const uint8_t* block, const uint8_t* publicDevmode,
+                            size_t publicExtent);
+
 // The framework's view of one DevMode call, as the Win32 entry maps it from OEMDMPARAM.
 struct DevModeCall {
     bool paramPresent = false;
@@ -33,6 +40,8 @@ struct DevModeCall {
     size_t oemInAvailable = 0;
     OEMDEV* oemOut = nullptr;
     uint32_t* cbBufSize = nullptr;
+    // Receives the incoming record at a merge (bytes the block lacks count as zero).
+    OEMDEV* mergeCopy = nullptr;
 };
 
 struct DevModeResult {

@@ -8,6 +8,13 @@
 #include "infra/log.h"
 #include "ports/platform_win.h"
 
+// The statically linked C++ runtime keeps a 74 KB emergency pool for exceptions thrown when
+// memory runs out, and frees it only when asked; without this every unload would leave it in the
+// process's heap, since the framework loads and frees the plug-in for each properties call.
+namespace __gnu_cxx {
+void __freeres();
+}
+
 namespace {
 
 HMODULE g_hModule = nullptr;
@@ -109,6 +116,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD dwReason, LPVOID) {
                 break;
             case DLL_PROCESS_DETACH:
                 TheLog().Close();
+                __gnu_cxx::__freeres();
                 break;
             default:
                 break;

@@ -37,14 +37,13 @@ bool ModeWritesRecord(DWORD dwMode) {
     return dwMode == OEMDM_DEFAULT || dwMode == OEMDM_CONVERT || dwMode == OEMDM_MERGE;
 }
 
-// How many bytes of an incoming record may be read: what its own header says, never more than a
-// whole record.
-size_t ReadableRecordBytes(const void* record) {
-    if (record == nullptr)
-        return 0;
-    OEM_DMEXTRAHEADER header;
-    std::memcpy(&header, record, sizeof header);
-    return std::min<size_t>(header.dwSize, OEMDEV_SIZE);
+// How many bytes of the incoming private block may be read; the public devmode that carries it
+// is the framework's and is whole to its own dmSize + dmDriverExtra.
+size_t ReadableRecordBytes(const OEMDMPARAM& param) {
+    const DEVMODEW* pub = param.pPublicDMIn;
+    return IncomingRecordExtent(static_cast<const uint8_t*>(param.pOEMDMIn),
+                                reinterpret_cast<const uint8_t*>(pub),
+                                pub != nullptr ? size_t{pub->dmSize} + pub->dmDriverExtra : 0);
 }
 
 }  // namespace
@@ -151,23 +150,17 @@ STDMETHODIMP IOemUI::DevMode(DWORD dwMode, POEMDMPARAM pOemDMParam) {
             }
             call.paramPresent = true;
             call.oemIn = static_cast<const uint8_t*>(pOemDMParam->pOEMDMIn);
-            call.oemInAvailable = ReadableRecordBytes(pOemDMParam->pOEMDMIn);
+            call.oemInAvailable = ReadableRecordBytes(*pOemDMParam);
             call.oemOut = static_cast<OEMDEV*>(pOemDMParam->pOEMDMOut);
             bufSize = pOemDMParam->cbBufSize;
             call.cbBufSize = &bufSize;
+            call.mergeCopy = &m_state.savedOEMDev;
         }
         const DevModeResult result = hrOEMDevMode(dwMode, call);
         if (pOemDMParam != nullptr)
             pOemDMParam->cbBufSize = bufSize;
         if (result.lastError != kErrorSuccess)
             SetLastError(result.lastError);
-
-        // The incoming record, not the merged one, is what the pages start from at the next
-        // opening (kept-behaviour: Merge keeps the incoming record).
-        if (dwMode == OEMDM_MERGE && pOemDMParam != nullptr && pOemDMParam->pOEMDMIn != nullptr) {
-            std::memset(&m_state.savedOEMDev, 0, sizeof m_state.savedOEMDev);
-            std::memcpy(&m_state.savedOEMDev, pOemDMParam->pOEMDMIn, call.oemInAvailable);
-        }
         return trace.Return(static_cast<HRESULT>(result.hr));
     });
 }

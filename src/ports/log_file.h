@@ -19,11 +19,12 @@ class LogFile {
     // Opens for appending, creating when missing, shared for reading, writing and deleting.
     virtual bool Open(const std::string& path, bool* existedBefore) = 0;
     virtual uint64_t Size() = 0;
-    // True when the open file was deleted under this process's handle (another process reset
-    // the log); its lines would go nowhere, so the log reopens the file by name.
+    // True when the open file was deleted under this process's handle (someone removed the log
+    // while it was held); its lines would go nowhere, so the log reopens the file by name.
     virtual bool WasDeleted() = 0;
     virtual void Close() = 0;
-    virtual bool Delete(const std::string& path) = 0;
+    // Empties the open file in place, for every process that holds it.
+    virtual bool Truncate() = 0;
     // Appends at the end of the file, wherever other writers left it.
     virtual void Append(const char* data, size_t size) = 0;
 };

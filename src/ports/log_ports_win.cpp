@@ -161,6 +161,12 @@ bool LogFileWin::WasDeleted() {
     return info.DeletePending || info.NumberOfLinks == 0;
 }
 
+bool LogFileWin::Truncate() {
+    LARGE_INTEGER start{};
+    return file_ != INVALID_HANDLE_VALUE && SetFilePointerEx(file_, start, nullptr, FILE_BEGIN) &&
+           SetEndOfFile(file_);
+}
+
 void LogFileWin::Close() {
     if (file_ != INVALID_HANDLE_VALUE) {
         CloseHandle(file_);

@@ -63,7 +63,7 @@ class LogFileWin : public LogFile {
     uint64_t Size() override;
     bool WasDeleted() override;
     void Close() override;
-    bool Delete(const std::string& path) override { return DeleteFileA(path.c_str()) != FALSE; }
+    bool Truncate() override;
     void Append(const char* data, size_t size) override;
 
   private:

@@ -47,6 +47,7 @@ class TransferLog {
         TheLog().WriteV(kLogDetail, functionName_, format, args);
         va_end(args);
     }
+    bool On() const { return TheLog().Enabled(kLogDetail); }
     void Text(const char* text) { Line("%s", text); }
     void Named(const char* prefix, const std::string& name) {
         Line("%s<%s>", prefix, name.c_str());
@@ -54,6 +55,19 @@ class TransferLog {
     // A loaded value that the model does not offer, and what it became.
     void Mapped(const char* prefix, const std::string& stored, const std::string& forced) {
         Line("%s<%s> not offered, forced to <%s>", prefix, stored.c_str(), forced.c_str());
+    }
+    // A value's symbolic name, looked up only when the line is written.
+    template <typename Name, typename Value>
+    void Named(const char* prefix, Name name, Value value) {
+        if (On()) {
+            Named(prefix, name(value));
+        }
+    }
+    template <typename Name, typename Value>
+    void Mapped(const char* prefix, Name name, Value stored, Value forced) {
+        if (On()) {
+            Mapped(prefix, name(stored), name(forced));
+        }
     }
     void Bytes(const uint8_t* data, size_t size) {
         if (TheLog().Enabled(kLogDump)) {
@@ -104,10 +118,10 @@ template <typename T>
 T LoadOffered(TransferLog& log, const char* prefix, std::string (*name)(T), T stored,
               const Offer<T>& offer) {
     if (offer.Has(stored)) {
-        log.Named(prefix, name(stored));
+        log.Named(prefix, name, stored);
         return stored;
     }
-    log.Mapped(prefix, name(stored), name(offer.start));
+    log.Mapped(prefix, name, stored, offer.start);
     return offer.start;
 }
 
@@ -117,7 +131,7 @@ void MoveOffered(TransferLog& log, Record8<kSave>& record, uint8_t& object, cons
                  std::string (*name)(uint8_t), const Offer<uint8_t>& offer) {
     if constexpr (kSave) {
         record = object;
-        log.Named(prefix, name(record));
+        log.Named(prefix, name, record);
     } else {
         object = LoadOffered(log, prefix, name, record, offer);
     }
@@ -176,7 +190,9 @@ uint16_t MoveFreeBuffer(TransferLog& log, const char* head, Record8<kSave>& reco
         log.Text(" Mode FREE_CMD_MODE_NONE So do nothing");
     } else if (size > 0 && mode == FREE_CMD_MODE_FILENAME) {
         log.Text(" Mode Filename");
-        log.Named(" File Path ", std::string(held.begin(), held.begin() + size));
+        if (log.On()) {
+            log.Named(" File Path ", std::string(held.begin(), held.begin() + size));
+        }
     } else if (size > 0) {
         log.Text(" Mode Buffer");
         log.Line(" Buffer size %d Bytes", static_cast<int>(size));
@@ -267,7 +283,7 @@ void UiDeviceCommon::TransferSettings(
             KIV_MOVE(p.cashDrawerPins, cashDrawerPins_);
             KIV_MOVE(p.cashDrawerTimeOn, cashDrawerTimeOn_);
             KIV_MOVE(p.cashDrawerTimeOff, cashDrawerTimeOff_);
-            log.Named(" Pins Value ", CdPinsName(p.cashDrawerPins));
+            log.Named(" Pins Value ", CdPinsName, p.cashDrawerPins);
             log.Line(" Time ON Value %dms", p.cashDrawerTimeOn);
             log.Line(" Time OFF Value %dms", p.cashDrawerTimeOff);
             MoveOffered<kSave>(
@@ -345,7 +361,7 @@ void UiDeviceCommon::TransferSettings(
     if (p.supFeeder != 0) {
         if constexpr (kSave) {
             p.feeder = feeder_;
-            log.Named(" Value ", FeederName(p.feeder));
+            log.Named(" Value ", FeederName, p.feeder);
         } else {
             feeder_ = LoadOffered<uint16_t>(
                 log, " Value ", FeederName, p.feeder,
@@ -408,7 +424,7 @@ void UiDeviceCommon::TransferSettings(
             KIV_MOVE(p.page2PageTimeout, page2PageTimeout_);
             KIV_MOVE(p.page2PageExtra, page2PageExtra_);
             log.Line(" TO %d sec (0x%04X)", p.page2PageTimeout, p.page2PageTimeout);
-            log.Named(" Page2Page After TO Extra ", Page2PageAfterToName(page2PageExtra_));
+            log.Named(" Page2Page After TO Extra ", Page2PageAfterToName, page2PageExtra_);
         }
     } else {
         if constexpr (kSave) {
@@ -435,9 +451,9 @@ void UiDeviceCommon::TransferSettings(
             watermarkPath_ = LoadText(p.watermarkPath);
             watermarkBrightness_ = kBrightnessMirror - p.watermarkBrightness;
         }
-        log.Named(" Draw Position ", WatermarkDrawPositionName(p.watermarkDrawPosition));
-        log.Named(" Draw Type ", WatermarkDrawTypeName(p.watermarkDrawType));
-        log.Named(" VH Position ", WatermarkVHPositionName(p.watermarkVHPosition));
+        log.Named(" Draw Position ", WatermarkDrawPositionName, p.watermarkDrawPosition);
+        log.Named(" Draw Type ", WatermarkDrawTypeName, p.watermarkDrawType);
+        log.Named(" VH Position ", WatermarkVHPositionName, p.watermarkVHPosition);
         log.Named(" Path ", watermarkPath_);
         log.Line(" Brightness Enable <%d>", p.watermarkBrightnessEnable);
         // An integer behind %f, converted so that the call is well defined (kept-behaviour:
@@ -461,10 +477,10 @@ void UiDeviceCommon::TransferSettings(
         KIV_MOVE(p.couponCutFinal, couponCutFinal_);
         KIV_MOVE(p.couponCopies, couponCopies_);
         log.Named(" Path ", couponPath_);
-        log.Named(" Draw Type ", ImageDrawTypeName(p.couponDrawType));
-        log.Named(" Draw Position ", ImageDrawPositionName(p.couponDrawPosition));
-        log.Named(" Cut Mode Inter ", CouponCutName(p.couponCutInter));
-        log.Named(" Cut Mode Final ", CouponCutName(p.couponCutFinal));
+        log.Named(" Draw Type ", ImageDrawTypeName, p.couponDrawType);
+        log.Named(" Draw Position ", ImageDrawPositionName, p.couponDrawPosition);
+        log.Named(" Cut Mode Inter ", CouponCutName, p.couponCutInter);
+        log.Named(" Cut Mode Final ", CouponCutName, p.couponCutFinal);
         log.Line(" Copies %d", p.couponCopies);
     }
 
@@ -486,9 +502,9 @@ void UiDeviceCommon::TransferSettings(
             } else {
                 logo.path = LoadText(record.path);
             }
-            log.Named(" Source ", LogoSourceName(record.source));
-            log.Named(" Draw Type ", ImageDrawTypeName(record.drawType));
-            log.Named(" Draw Position ", ImageDrawPositionName(record.drawPosition));
+            log.Named(" Source ", LogoSourceName, record.source);
+            log.Named(" Draw Type ", ImageDrawTypeName, record.drawType);
+            log.Named(" Draw Position ", ImageDrawPositionName, record.drawPosition);
             log.Named(" Path or number ", logo.path);
         }
     }
@@ -497,10 +513,12 @@ void UiDeviceCommon::TransferSettings(
     KIV_MOVE(p.offsetX, offsetX_);
     KIV_MOVE(p.offsetY, offsetY_);
     if (!kSave && (OffsetOrZero(offsetX_) != offsetX_ || OffsetOrZero(offsetY_) != offsetY_)) {
-        const std::string stored = OffsetText(offsetX_, offsetY_);
+        const std::string stored = log.On() ? OffsetText(offsetX_, offsetY_) : std::string();
         offsetX_ = OffsetOrZero(offsetX_);
         offsetY_ = OffsetOrZero(offsetY_);
-        log.Mapped(" Offset ", stored, OffsetText(offsetX_, offsetY_));
+        if (log.On()) {
+            log.Mapped(" Offset ", stored, OffsetText(offsetX_, offsetY_));
+        }
     } else {
         log.Line(" Offset X:%d Y:%d", offsetX_, offsetY_);
     }
@@ -512,7 +530,7 @@ void UiDeviceCommon::TransferSettings(
         KIV_MOVE(p.reductionMode, reductionMode_);
         KIV_MOVE(p.reductionMinValue, reductionMinValue_);
         KIV_MOVE(p.reductionValue, reductionValue_);
-        log.Named(" Reduction Mode ", ReductionModeName(p.reductionMode));
+        log.Named(" Reduction Mode ", ReductionModeName, p.reductionMode);
         log.Line(" Min Value %d", p.reductionMinValue);
         // As for the brightness: an integer behind %f, converted so the call is well defined.
         log.Line(" Value %f", static_cast<double>(p.reductionValue));
@@ -527,9 +545,11 @@ void UiDeviceCommon::TransferSettings(
     KIV_MOVE(p.convFilterUp, convFilterUp_);
     KIV_MOVE(p.convFilterDown, convFilterDown_);
     if (!kSave && !ConversionIsUsable(convThreshold_, convFilterUp_, convFilterDown_)) {
-        log.Mapped(" Threshold/Filter UP/Filter DOWN ",
-                   ConversionText(convThreshold_, convFilterUp_, convFilterDown_),
-                   ConversionText(kConvThreshold, kConvFilterUp, kConvFilterDown));
+        if (log.On()) {
+            log.Mapped(" Threshold/Filter UP/Filter DOWN ",
+                       ConversionText(convThreshold_, convFilterUp_, convFilterDown_),
+                       ConversionText(kConvThreshold, kConvFilterUp, kConvFilterDown));
+        }
         convThreshold_ = kConvThreshold;
         convFilterUp_ = kConvFilterUp;
         convFilterDown_ = kConvFilterDown;

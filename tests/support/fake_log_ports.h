@@ -63,10 +63,10 @@ class FakeLogFile : public LogFile {
     bool fileExists = false;         // the log file exists on "disk"
     std::string file;                // its contents
     bool openFails = false;          // Open fails
-    bool deleteFails = false;        // Delete fails
+    bool truncateFails = false;      // Truncate fails
     bool deletedUnderneath = false;  // WasDeleted reports true (once)
 
-    std::vector<std::string> calls;  // "Lock <name>", "Unlock", "Open", "Delete", ...
+    std::vector<std::string> calls;  // "Lock <name>", "Unlock", "Open", "Truncate", ...
     std::string openedPath;          // the path of the last Open
     int lockDepth = 0;
     int maxLockDepth = 0;
@@ -92,7 +92,7 @@ class FakeLogFile : public LogFile {
         return true;
     }
     uint64_t Size() override { return file.size(); }
-    // Another process's reset: the "disk" then holds a fresh empty file.
+    // Someone removed the file: the "disk" then holds a fresh empty file.
     bool WasDeleted() override {
         const bool deleted = deletedUnderneath;
         if (deleted)
@@ -104,11 +104,11 @@ class FakeLogFile : public LogFile {
             calls.push_back("CloseFile");
         fileOpen = false;
     }
-    bool Delete(const std::string&) override {
-        calls.push_back("Delete");
-        if (!deleteFails)
-            file.clear(), fileExists = false;
-        return !deleteFails;
+    bool Truncate() override {
+        calls.push_back("Truncate");
+        if (!truncateFails)
+            file.clear();
+        return !truncateFails;
     }
     void Append(const char* data, size_t size) override {
         if (fileOpen)

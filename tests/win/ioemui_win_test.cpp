@@ -137,9 +137,10 @@ TEST_F(OemUi, QueryColorProfileCases) {
     }
 }
 
-// A record of ours declaring `bytes` bytes, placed so that its last byte is the last one before an
-// inaccessible page: any read past the size it declares faults. Every call reuses the same page.
-BYTE* GuardedRecord(size_t bytes, BYTE fill) {
+// A record of ours cut to `bytes` bytes (its header, as far as it goes, claims a whole one),
+// carried as the driver extra of a public devmode and placed so that its last byte is the last one
+// before an inaccessible page: any read past the block faults. Every call reuses the same page.
+BYTE* GuardedRecord(OEMDMPARAM& param, size_t bytes, BYTE fill) {
     static BYTE* const page = [] {
         auto* p = static_cast<BYTE*>(
             VirtualAlloc(nullptr, 2 * 4096, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
@@ -149,8 +150,14 @@ BYTE* GuardedRecord(size_t bytes, BYTE fill) {
     }();
     BYTE* data = page + 4096 - bytes;
     std::memset(data, fill, bytes);
-    const uint32_t header[3] = {static_cast<uint32_t>(bytes), KIVITEM_SIGNATURE, 1};
-    std::memcpy(data, header, sizeof header);
+    const uint32_t header[3] = {OEMDEV_SIZE, KIVITEM_SIGNATURE, 1};
+    std::memcpy(data, header, std::min(bytes, sizeof header));
+    auto* pub = reinterpret_cast<DEVMODEW*>(data - sizeof(DEVMODEW));
+    std::memset(pub, 0, sizeof *pub);
+    pub->dmSize = sizeof(DEVMODEW);
+    pub->dmDriverExtra = static_cast<WORD>(bytes);
+    param.pPublicDMIn = pub;
+    param.pOEMDMIn = data;
     return data;
 }
 
@@ -180,35 +187,37 @@ TEST_F(OemUi, DevModeNeverReadsOrWritesPastARecord) {
         EXPECT_EQ(c.hr == S_OK ? OEMDEV_SIZE : 0x77777777u, size);
         EXPECT_EQ(0x77, out[OEMDEV_SIZE]);
     }
-
-    // Conversion and merge read only the 1000 bytes the incoming record declares (the guard
-    // page faults past them); what they copy is OemDevConvert's.
-    std::vector<BYTE> out(OEMDEV_SIZE, 0x33);
-    OEMDMPARAM param = DevModeParam(GuardedRecord(1000, 0x41), out.data(), OEMDEV_SIZE);
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_DEFAULT, &param));
-    EXPECT_EQ(S_OK, ui_->DevMode(OEMDM_CONVERT, &param));
-    EXPECT_EQ(0x41, out[999]);
-    EXPECT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
 }
 
-TEST_F(OemUiInProcess, MergeKeepsTheIncomingRecord) {
-    // Broken head guards: the merged output is reset, the kept copy is the incoming record byte
-    // for byte.
-    BYTE* in = GuardedRecord(OEMDEV_SIZE, 0x5C);
-    std::vector<BYTE> out(OEMDEV_SIZE, 0x11);
-    std::memcpy(out.data(), in, 8);  // our size and signature
-    OEMDMPARAM param = DevModeParam(in, out.data(), OEMDEV_SIZE);
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
-    EXPECT_EQ(0, out[24]);
+// Records cut short of what they claim end at a no-access page: nothing past the block is read.
+TEST_F(OemUiInProcess, TruncatedRecordsAreNeverReadPastTheirEnd) {
+    OEMDEV expectedDefault;
+    SetOEMDevDefault(expectedDefault);
     const BYTE* saved = reinterpret_cast<const BYTE*>(&ui_->State().savedOEMDev);
-    EXPECT_EQ(0, std::memcmp(saved, in, OEMDEV_SIZE));
-
-    // A shorter incoming record is kept as far as it goes; the rest of the copy is zero.
-    param.pOEMDMIn = GuardedRecord(500, 0x6D);
-    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_MERGE, &param));
-    EXPECT_EQ(0, std::memcmp(saved, param.pOEMDMIn, 500));
-    EXPECT_EQ(0, saved[500]);
-    EXPECT_EQ(0, saved[OEMDEV_SIZE - 1]);
+    for (size_t bytes : {8, 100, 2000, 3328}) {
+        for (DWORD mode : {OEMDM_CONVERT, OEMDM_MERGE}) {
+            SCOPED_TRACE(testing::Message() << bytes << " bytes, mode " << mode);
+            ScopedTestLog log(kLogWarning, 0, u"CheckPrinter");
+            std::vector<BYTE> out(OEMDEV_SIZE);
+            std::memcpy(out.data(), &expectedDefault, OEMDEV_SIZE);
+            OEMDMPARAM param = DevModeParam(nullptr, out.data());
+            const BYTE* in = GuardedRecord(param, bytes, 0x5A);
+            ASSERT_EQ(S_OK, ui_->DevMode(mode, &param));
+            const bool foreign = bytes < sizeof(OEM_DMEXTRAHEADER);  // too short to be ours
+            EXPECT_EQ(foreign,
+                      log.Messages() ==
+                          std::vector<std::string>{"Unknown DEVMODE signature, pOEMDMIn ignored."});
+            if (foreign) {
+                EXPECT_EQ(0, std::memcmp(out.data(), &expectedDefault, OEMDEV_SIZE));
+            } else if (mode == OEMDM_CONVERT) {
+                EXPECT_EQ(0, std::memcmp(out.data(), in, std::min<size_t>(bytes, 3321)));
+            }
+            if (mode == OEMDM_MERGE) {
+                EXPECT_EQ(0, std::memcmp(saved, in, bytes));
+                EXPECT_EQ(0, saved[OEMDEV_SIZE - 1]);
+            }
+        }
+    }
 }
 
 // A driver helper that counts references and queries.
