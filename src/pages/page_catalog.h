@@ -72,7 +72,7 @@ inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kConsole, IDD_PROPPAGE_DOC_CONSOLE, "IDD_PROPPAGE_DOC_CONSOLE", "Console",
      "DocConsole", 0, false, 9, true, true},
     {PageId::kAdmin, IDD_PROPPAGE_DOC_ADMIN, "IDD_PROPPAGE_DOC_ADMIN", "Admin", "DocAdmin", 0, true,
-     0, false, false},
+     0, false, true},
     {PageId::kVersion, IDD_PROPPAGE_DOC_VERSION, "IDD_PROPPAGE_DOC_VERSION", "Version",
      "DocVersion", 0, false, 0, false, true},
 };

@@ -394,6 +394,63 @@ TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
     DeleteFileW(port);
 }
 
+// Admin mode lives in the plug-in's module, so it is switched and seen in one host process:
+// --reopen opens the sheet again. Each part of the output belongs to one opening.
+std::vector<std::string> Openings(const std::string& output) {
+    std::vector<std::string> parts;
+    for (size_t at = output.find("OPENING "), next; at != std::string::npos; at = next) {
+        next = output.find("OPENING ", at + 1);
+        parts.push_back(output.substr(at, next - at));
+    }
+    return parts;
+}
+const std::wstring kToAdminMode = L"--page Version --hold ctrl+shift --click 1057 --reopen ";
+
+TEST_F(SheetWin, CtrlShiftOnTheVersionPictureTogglesTheAdminPageOfTheNextOpening) {
+    const std::wstring printer = NewPrinter(L"TRX418A CUT");
+    // Ctrl alone and Shift alone do nothing; both switch admin mode and close the sheet.
+    const HostRun run =
+        Sheet(printer, L"TRX418A CUT",
+              L"--page Version --hold ctrl --click 1057 --hold shift --click 1057 " + kToAdminMode +
+                  kToAdminMode + L"--press cancel");
+    ASSERT_EQ(0u, run.exitCode) << run.output;
+    const std::vector<std::string> parts = Openings(run.output);
+    ASSERT_EQ(3u, parts.size()) << run.output;
+    const char* shown[] = {"ADMIN MODE ON", "ADMIN MODE OFF", nullptr};
+    for (size_t i = 0; i < 3; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(i == 1, Contains(parts[i], "\"Admin\" (plug-in)")) << parts[i];
+        EXPECT_EQ(shown[i] != nullptr, Contains(parts[i], "SHEET closed by the plug-in"));
+        const std::vector<std::string> boxes = LinesStarting(parts[i], "MESSAGEBOX ");
+        ASSERT_EQ(shown[i] != nullptr ? 1u : 0u, boxes.size()) << parts[i];
+        if (shown[i] != nullptr) {
+            EXPECT_EQ(shown[i], ValueAfter(boxes[0], "text"));
+            EXPECT_EQ("Version", ValueAfter(boxes[0], "title"));
+        }
+    }
+}
+
+TEST_F(SheetWin, TheAdminLogButtonWritesSevenThenZeroAndClosesTheSheet) {
+    const std::wstring printer = NewPrinter(L"TRX418A CUT");
+    for (DWORD written : {7u, 0u}) {
+        SCOPED_TRACE(written);
+        // The second run starts from the 7 the first one wrote.
+        const HostRun run = Sheet(printer, L"TRX418A CUT",
+                                  (written == 7 ? L"--verbosity 0 " : L"") + kToAdminMode +
+                                      L"--page Admin --dump-controls --click 1164 --press cancel");
+        ASSERT_EQ(0u, run.exitCode) << run.output;
+        const std::vector<ControlDump> dumps = DumpsOf(run.output);
+        ASSERT_EQ(1u, dumps.size()) << run.output;
+        EXPECT_EQ(written == 7 ? "ENABLE Log" : "DISABLE Log", dumps[0].Attr(1164, "text"));
+        EXPECT_EQ(2u, LinesStarting(run.output, "SHEET closed by the plug-in").size());
+        DWORD value = 99, size = sizeof value;
+        EXPECT_EQ(ERROR_SUCCESS,
+                  RegGetValueW(HKEY_CURRENT_USER, (L"Software\\Orvane\\Kiv\\" + printer).c_str(),
+                               L"LogVerbosity_UiUni", RRF_RT_REG_DWORD, nullptr, &value, &size));
+        EXPECT_EQ(written, value);
+    }
+}
+
 TEST_F(SheetWin, AStepThatCannotBeDoneCancelsTheSheet) {
     const std::wstring printer = NewPrinter(L"TRX418A CUT");
     const HostRun run = Sheet(printer, L"TRX418A CUT",

@@ -625,27 +625,38 @@ int Run(const HostOptions& opts) {
             if (ratio > kSheetTimeTarget)
                 exitCode = 4;
         }
-        SheetScript script;
-        script.press = opts.press;
-        script.screenshotDir = opts.screenshotDir;
-        script.answerYes = opts.answerYes;
-        script.fileAnswer = opts.fileAnswer;
-        script.actions = opts.actions;
-        script.activateAll =
-            opts.press != SheetPress::kNone || !opts.screenshotDir.empty() || !opts.actions.empty();
-        SheetOutcome outcome;
-        if (!OpenSheetOnce(run, script, outcome))
-            return 2;
-        Out("sheet       : closed (CommonPropertySheetUIW %ld, result %lu); %s\n",
-            static_cast<long>(outcome.returned), static_cast<unsigned long>(outcome.result),
-            outcome.applied        ? "applied"
-            : outcome.applyRefused ? "the plug-in refused the apply, nothing applied"
-                                   : "nothing applied");
-        save = outcome.applied;
-        const bool pressFailed =
-            (opts.press == SheetPress::kOk || opts.press == SheetPress::kApply) && !outcome.applied;
-        if (exitCode == 0 && (outcome.stepFailed || pressFailed))
-            exitCode = 3;
+        save = false;
+        for (int opening = 0; opening < opts.openings; ++opening) {
+            const bool last = opening + 1 == opts.openings;
+            if (opts.openings > 1)
+                Out("OPENING %d\n", opening + 1);
+            SheetScript script;
+            script.press = opts.press;
+            // The earlier openings are the way to the state the last one shows.
+            script.screenshotDir = last ? opts.screenshotDir : std::wstring();
+            script.answerYes = opts.answerYes;
+            script.fileAnswer = opts.fileAnswer;
+            for (const PageAction& action : opts.actions) {
+                if (action.opening == opening)
+                    script.actions.push_back(action);
+            }
+            script.activateAll = opts.press != SheetPress::kNone || !script.screenshotDir.empty() ||
+                                 !script.actions.empty();
+            SheetOutcome outcome;
+            if (!OpenSheetOnce(run, script, outcome))
+                return 2;
+            Out("sheet       : closed (CommonPropertySheetUIW %ld, result %lu); %s\n",
+                static_cast<long>(outcome.returned), static_cast<unsigned long>(outcome.result),
+                outcome.applied        ? "applied"
+                : outcome.applyRefused ? "the plug-in refused the apply, nothing applied"
+                                       : "nothing applied");
+            save = save || outcome.applied;
+            const bool pressFailed =
+                (opts.press == SheetPress::kOk || opts.press == SheetPress::kApply) &&
+                !outcome.applied && !outcome.closedByPlugin;
+            if (exitCode == 0 && (outcome.stepFailed || pressFailed))
+                exitCode = 3;
+        }
     }
 
     if (save) {

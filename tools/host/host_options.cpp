@@ -65,8 +65,12 @@ const wchar_t* HostUsage() {
            L"  --file PATH      file name given to the plug-in's file dialogs (default cancel)\n"
            L"  --page P         the page (tab index from 0, or title) of the steps after it:\n"
            L"    --set ID=TEXT  sets a control's text      --select ID=N   picks combo item N\n"
-           L"    --click ID     clicks a button            --trackbar ID=POS  moves a trackbar\n"
-           L"    --dump-controls  prints the page's controls (every page before any --page)\n";
+           L"    --click ID     clicks a button or picture --trackbar ID=POS  moves a trackbar\n"
+           L"    --hold ctrl|shift|ctrl+shift  keys held down through the next --click\n"
+           L"    --dump-controls  prints the page's controls (every page before any --page)\n"
+           L"  --reopen         once the sheet has closed, opens it again in the same process\n"
+           L"                   (admin mode carries over); later steps, --screenshots and\n"
+           L"                   --press act on the new opening, --press on every opening\n";
 }
 
 bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
@@ -74,6 +78,7 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
     opts = HostOptions{};
     std::wstring page;
     bool sheetOption = false;
+    unsigned held = 0;
     for (int i = 1; i < argc; ++i) {
         const std::wstring arg = argv[i];
         auto value = [&](std::wstring& out) {
@@ -93,6 +98,7 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
                 error = arg + L" needs a --page before it";
                 return false;
             }
+            action.opening = opts.openings - 1;
             std::wstring rest;
             switch (kind) {
                 case PageAction::Kind::kSet:
@@ -114,6 +120,8 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
                         error = L"--click takes a control id, not \"" + text + L"\"";
                         return false;
                     }
+                    action.heldKeys = held;
+                    held = 0;
                     break;
                 case PageAction::Kind::kDump:
                     break;
@@ -210,6 +218,22 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
                                                                : PageAction::Kind::kTrackbar;
             if (!pageAction(kind, text))
                 return false;
+        } else if (arg == L"--hold") {
+            if (!value(text))
+                return false;
+            held = text == L"ctrl"         ? kHoldCtrl
+                   : text == L"shift"      ? kHoldShift
+                   : text == L"ctrl+shift" ? kHoldCtrl | kHoldShift
+                                           : 0;
+            if (held == 0) {
+                error = L"--hold takes ctrl, shift or ctrl+shift, not \"" + text + L"\"";
+                return false;
+            }
+            sheetOption = true;
+        } else if (arg == L"--reopen") {
+            ++opts.openings;
+            page.clear();  // a step of the new opening names its page again
+            sheetOption = true;
         } else if (arg == L"--dump-controls") {
             if (!pageAction(PageAction::Kind::kDump, L""))
                 return false;
@@ -220,6 +244,10 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
     }
     if (opts.help)
         return true;
+    if (held != 0) {
+        error = L"--hold needs a --click after it";
+        return false;
+    }
     if (opts.headless && sheetOption) {
         error =
             L"--headless opens no sheet: --press, --screenshots, --time and the page steps "

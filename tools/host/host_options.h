@@ -13,9 +13,12 @@ struct PageAction {
     Kind kind = Kind::kSet;
     std::wstring page;  // tab index or page title; empty only for a dump of every page
     int control = 0;
-    std::wstring text;  // kSet: the new window text
-    int value = 0;      // kSelect: combo item index; kTrackbar: position
+    std::wstring text;      // kSet: the new window text
+    int value = 0;          // kSelect: combo item index; kTrackbar: position
+    unsigned heldKeys = 0;  // kClick: kHoldCtrl | kHoldShift, held down through the click
+    int opening = 0;        // the sheet opening it belongs to (0: the first; see --reopen)
 };
+inline constexpr unsigned kHoldCtrl = 1, kHoldShift = 2;
 
 struct HostOptions {
     std::wstring printer;      // --printer; default "KIV " + model
@@ -36,7 +39,10 @@ struct HostOptions {
     bool answerYes = false;                // --answer yes|no for the plug-in's questions
     std::wstring fileAnswer;               // --file PATH for the plug-in's file dialogs
     std::vector<PageAction> actions;       // --page, --set, --select, --click, --trackbar,
-                                           // --dump-controls
+                                           // --dump-controls, --hold
+    // --reopen: the sheet is opened again after it closes, in the same process (the plug-in's
+    // module-wide state, such as admin mode, carries over); steps after it act on the new one.
+    int openings = 1;
 };
 
 inline constexpr wchar_t kDefaultModel[] = L"TRX418A CUT";

@@ -2,6 +2,7 @@
 #include "page_steps.h"
 
 #include <cwctype>
+#include <utility>
 
 #include "host_output.h"
 
@@ -89,6 +90,23 @@ std::string TrackbarDetails(HWND trackbar) {
            std::to_string(static_cast<long long>(SendMessageW(trackbar, TBM_GETRANGEMIN, 0, 0))) +
            ".." +
            std::to_string(static_cast<long long>(SendMessageW(trackbar, TBM_GETRANGEMAX, 0, 0)));
+}
+
+// Presses (or releases) the held keys as the keyboard would, so that the plug-in's
+// GetAsyncKeyState sees them during the click.
+void SendHeldKeys(unsigned held, bool down) {
+    INPUT inputs[2] = {};
+    UINT count = 0;
+    for (const auto& [flag, key] : {std::pair{kHoldCtrl, VK_CONTROL}, {kHoldShift, VK_SHIFT}}) {
+        if ((held & flag) == 0)
+            continue;
+        inputs[count].type = INPUT_KEYBOARD;
+        inputs[count].ki.wVk = static_cast<WORD>(key);
+        inputs[count].ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
+        ++count;
+    }
+    if (count > 0)
+        SendInput(count, inputs, sizeof(INPUT));
 }
 
 const char* KindName(PageAction::Kind kind) {
@@ -227,7 +245,20 @@ bool RunPageAction(HWND sheet, const std::vector<std::wstring>& titles, const Pa
             shown = std::to_string(action.value);
             break;
         case PageAction::Kind::kClick:
-            SendMessageW(control, BM_CLICK, 0, 0);
+            SendHeldKeys(action.heldKeys, true);
+            // A picture (a static with SS_NOTIFY) tells its page on the button going down.
+            if (SameText(ClassOf(control), L"Static")) {
+                SendMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+                SendMessageW(control, WM_LBUTTONUP, 0, 0);
+            } else {
+                SendMessageW(control, BM_CLICK, 0, 0);
+            }
+            SendHeldKeys(action.heldKeys, false);
+            if (action.heldKeys != 0)
+                shown = (action.heldKeys & kHoldCtrl) && (action.heldKeys & kHoldShift)
+                            ? "ctrl+shift"
+                        : (action.heldKeys & kHoldCtrl) ? "ctrl"
+                                                        : "shift";
             break;
         case PageAction::Kind::kTrackbar: {
             SendMessageW(control, TBM_SETPOS, TRUE, action.value);

@@ -153,6 +153,17 @@ INT_PTR CALLBACK HostPageProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam)
     return host != nullptr ? host->PageProc(hDlg, msg, wParam, lParam) : FALSE;
 }
 
+// Notes the plug-in's own close of the sheet (a page sends its parent SC_CLOSE), after which the
+// script has nothing left to act on.
+LRESULT CALLBACK SheetCloseWatch(HWND window, UINT msg, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                 DWORD_PTR data) {
+    if (msg == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_CLOSE)
+        reinterpret_cast<SheetOutcome*>(data)->closedByPlugin = true;
+    else if (msg == WM_NCDESTROY)
+        RemoveWindowSubclass(window, SheetCloseWatch, id);
+    return DefSubclassProc(window, msg, wParam, lParam);
+}
+
 LRESULT CALLBACK MessageBoxHook(int code, WPARAM wParam, LPARAM lParam) {
     if (code == HCBT_ACTIVATE && g_openSheet != nullptr)
         g_openSheet->OnActivate(reinterpret_cast<HWND>(wParam));
@@ -455,6 +466,7 @@ void SheetHost::BringUp() {
         ActivatePage(sheet_, 0);
     }
 
+    SetWindowSubclass(sheet_, SheetCloseWatch, 1, reinterpret_cast<DWORD_PTR>(&outcome_));
     for (const PageAction& action : script_.actions) {
         std::wstring error;
         if (!RunPageAction(sheet_, titles, action, error)) {
@@ -462,6 +474,10 @@ void SheetHost::BringUp() {
             break;
         }
         PumpMessages(sheet_, 20);
+        if (outcome_.closedByPlugin) {
+            Out("SHEET closed by the plug-in\n");
+            return;
+        }
     }
     if (!script_.actions.empty())
         ShowApplyState("after the steps");

@@ -45,6 +45,7 @@ struct SheetOutcome {
     bool applied = false;             // an apply the plug-in accepted
     bool applyRefused = false;        // the last apply was refused (validation failed)
     bool stepFailed = false;          // a scripted step, screenshot or press could not be done
+    bool closedByPlugin = false;      // a step made the plug-in close the sheet (SC_CLOSE)
     double secondsToPagesUp = 0;      // from the caller's start to every page initialised
     std::vector<double> pageSeconds;  // each page's first activation (the first page's is 0)
     std::vector<std::wstring> titles;
