@@ -109,6 +109,20 @@ TEST(PropertySheetsWin, ReasonsWithoutAction) {
     PROPSHEETUI_INFO info = Info(PROPSHEETUI_REASON_SET_RESULT, 0);
     EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, reinterpret_cast<LPARAM>(&setResult)));
     EXPECT_EQ(1234u, info.Result);
+
+    // A destroy before any init frees nothing and still answers 1.
+    info = Info(PROPSHEETUI_REASON_DESTROY, 0);
+    EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+    EXPECT_EQ(1u, info.Result);
+    // Another version of the block, or none, is refused with the invalid-parameter error.
+    info = Info(PROPSHEETUI_REASON_INIT, 77);
+    info.Version = 0x0200;
+    for (PROPSHEETUI_INFO* refused : {&info, static_cast<PROPSHEETUI_INFO*>(nullptr)}) {
+        SetLastError(0);
+        EXPECT_EQ(E_FAIL, ui->DocumentPropertySheets(refused, 0));
+        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), GetLastError());
+    }
+    EXPECT_EQ(77u, info.Result);
 }
 
 }  // namespace

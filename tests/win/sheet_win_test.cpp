@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "host_run_win.h"
-#include "kivui_dll_win.h"
 
 namespace {
 
@@ -131,45 +130,69 @@ TEST_F(SheetWin, OpeningEveryPageLeavesApplyDisabledAndAChangeLightsIt) {
     }
 }
 
-// Each page's rule through the sheet once accepted and once refused; every edge of the rules is
-// the core tests' business.
+// Each page's check through the sheet once accepted and once refused, and a saved value of each
+// page that has no check; every edge of the rules is the core tests' business.
 TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
     struct Case {
+        const wchar_t* model;
         std::wstring script;
         const char* title;  // of the message box; null: accepted
         const char* message;
-        const char* field;  // accepted: the saved field and its value
+        const char* field;  // accepted: the saved field and the start of its value
         const char* saved;
     };
     const std::wstring filters =
         L"--page Print --select 1026=2 --trackbar 1027=128 --trackbar 1029=128 --trackbar 1030=";
+    const std::wstring pulses = L"--page Peripherals --click 1016 --set 1019=";
+    const std::wstring timeout = L"--page Presentation --select 1013=0 --click 1131 --set 1133=";
+    const wchar_t* const kCut = L"TRX418A CUT";
     const Case cases[] = {
-        {L"--page \"Print adjust\" --set 1067=-1000", nullptr, nullptr, "offsetX", "-1000"},
-        {L"--page \"Print adjust\" --set 1067=12a", "\"Print adjust\" Panel ",
+        {kCut, L"--page \"Print adjust\" --set 1067=-1000", nullptr, nullptr, "offsetX", "-1000"},
+        {kCut, L"--page \"Print adjust\" --set 1067=12a", "\"Print adjust\" Panel ",
          "The Offset value is not a integer", nullptr, nullptr},
-        {filters + L"129", nullptr, nullptr, "convFilterUp", "129"},
-        {filters + L"128", "\"Print\" Panel ",
+        {kCut, filters + L"129", nullptr, nullptr, "convFilterUp", "129"},
+        {kCut, filters + L"128", "\"Print\" Panel ",
          "The HIGH Filter must be a value > of the LOW Filter", nullptr, nullptr},
-        {L"--page Console --select 1056=2 --set 1050=ABC\\x0A", nullptr, nullptr, "startJobBuffer",
-         "[4 bytes] 41 42 43 0A"},
-        {L"--page Console --select 1052=2 --set 1051=" + std::wstring(512, L'A'), nullptr, nullptr,
-         "endJobBufferLength", "512"},
-        {L"--page Console --select 1052=2 --set 1051=" + std::wstring(513, L'A'),
+        {kCut, L"--page Console --select 1056=2 --set 1050=ABC\\x0A", nullptr, nullptr,
+         "startJobBuffer", "[4 bytes] 41 42 43 0A"},
+        {kCut, L"--page Console --select 1052=2 --set 1051=" + std::wstring(512, L'A'), nullptr,
+         nullptr, "endJobBufferLength", "512"},
+        {kCut, L"--page Console --select 1052=2 --set 1051=" + std::wstring(513, L'A'),
          "\"Console\" Panel ", "The free buffer size is over the max (512)", nullptr, nullptr},
-        {L"--page Console --select 1056=1", "\"Console\" Panel ",
+        {kCut, L"--page Console --select 1056=1", "\"Console\" Panel ",
          "The path of a free buffer file is wrong or empty", nullptr, nullptr},
+        {L"J7", pulses + L"1 --set 1020=100", "\"Peripherals\" Panel ",
+         "The Time On must be a value between 2 and 512", nullptr, nullptr},
+        {L"J7", pulses + L"100 --set 1020=513", "\"Peripherals\" Panel ",
+         "The Time Off must be a value between 2 and 512", nullptr, nullptr},
+        {L"J7", pulses + L"2 --set 1020=512", nullptr, nullptr, "cashDrawerTimeOff", "512"},
+        {L"J7", L"--page Cut/Move --select 1005=5", nullptr, nullptr, "lfBeforeCut", "5"},
+        {L"ZLD90VII", timeout + L"65535", "\"Presentation\" Panel ",
+         "The Page to Page timeout value is over the max", nullptr, nullptr},
+        {L"ZLD90VII", timeout + L"65534", nullptr, nullptr, "page2PageTimeout", "65534"},
+        {L"ZLD90VII", L"--page Presentation --select 1013=0 --set 1031=256",
+         "\"Presentation\" Panel ", "The Presentation measure must be a value between 0 and 255",
+         nullptr, nullptr},
+        {L"TRX430ATF", L"--page Accessories --select 1126=2", nullptr, nullptr, "feeder",
+         "PRN_PROP_FEEDER_2"},
     };
-    const std::wstring printer = NewPrinter(L"TRX418A CUT");
+    std::map<std::wstring, std::wstring> printers;
     for (const Case& c : cases) {
-        SCOPED_TRACE(Narrow(c.script));
+        SCOPED_TRACE(Narrow(c.model) + " " + Narrow(c.script));
+        std::wstring& printer = printers[c.model];
+        if (printer.empty())
+            printer = NewPrinter(c.model);
         const std::string before = ReadFileText(DevmodePath(printer));
-        const HostRun run = Sheet(printer, L"TRX418A CUT", c.script + L" --press ok");
+        const HostRun run = Sheet(printer, c.model, c.script + L" --press ok");
         const std::vector<std::string> boxes = LinesStarting(run.output, "MESSAGEBOX ");
         if (c.title == nullptr) {
             ASSERT_EQ(0u, run.exitCode) << run.output;
             EXPECT_TRUE(boxes.empty()) << run.output;
-            EXPECT_EQ(c.saved, Field(run.output, c.field));
+            EXPECT_EQ(0u, Field(run.output, c.field).rfind(c.saved, 0)) << run.output;
             EXPECT_NE(before, ReadFileText(DevmodePath(printer)));
+            // The feeder choice reaches the public devmode's paper source.
+            EXPECT_EQ(c.saved == std::string("PRN_PROP_FEEDER_2"),
+                      Contains(ReadFileText(LogPath(printer)), "dmDefaultSource: 1002"));
         } else {
             EXPECT_EQ(3u, run.exitCode) << run.output;
             ASSERT_EQ(1u, boxes.size()) << run.output;
@@ -179,54 +202,6 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
             EXPECT_TRUE(Contains(run.output, "devmode     : not written"));
             EXPECT_EQ(before, ReadFileText(DevmodePath(printer)));
         }
-    }
-}
-
-// The printer-behaviour pages: one refusal and one acceptance of each check, and a saved value
-// of each page that has no check.
-TEST_F(SheetWin, PrinterBehaviourPagesCheckAndSave) {
-    struct Case {
-        const wchar_t* model;
-        std::wstring script;
-        const char* message;  // null: accepted
-        const char* field;    // accepted: the saved field and the start of its value
-        const char* saved;
-    };
-    const std::wstring pulses = L"--page Peripherals --click 1016 --set 1019=";
-    const std::wstring timeout = L"--page Presentation --select 1013=0 --click 1131 --set 1133=";
-    const Case cases[] = {
-        {L"J7", pulses + L"1 --set 1020=100", "The Time On must be a value between 2 and 512",
-         nullptr, nullptr},
-        {L"J7", pulses + L"100 --set 1020=513", "The Time Off must be a value between 2 and 512",
-         nullptr, nullptr},
-        {L"J7", pulses + L"2 --set 1020=512", nullptr, "cashDrawerTimeOff", "512"},
-        {L"J7", L"--page Cut/Move --select 1005=5", nullptr, "lfBeforeCut", "5"},
-        {L"ZLD90VII", timeout + L"65535", "The Page to Page timeout value is over the max", nullptr,
-         nullptr},
-        {L"ZLD90VII", timeout + L"65534", nullptr, "page2PageTimeout", "65534"},
-        {L"ZLD90VII", L"--page Presentation --select 1013=0 --set 1031=256",
-         "The Presentation measure must be a value between 0 and 255", nullptr, nullptr},
-        {L"TRX430ATF", L"--page Accessories --select 1126=2", nullptr, "feeder",
-         "PRN_PROP_FEEDER_2"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(Narrow(c.model) + " " + Narrow(c.script));
-        const std::wstring printer = NewPrinter(c.model);
-        const HostRun run = Sheet(printer, c.model, c.script + L" --press ok");
-        const std::vector<std::string> boxes = LinesStarting(run.output, "MESSAGEBOX ");
-        if (c.message != nullptr) {
-            EXPECT_EQ(3u, run.exitCode) << run.output;
-            ASSERT_EQ(1u, boxes.size()) << run.output;
-            EXPECT_EQ(c.message, ValueAfter(boxes[0], "text"));
-            EXPECT_TRUE(Contains(run.output, "devmode     : not written"));
-            continue;
-        }
-        ASSERT_EQ(0u, run.exitCode) << run.output;
-        EXPECT_TRUE(boxes.empty()) << run.output;
-        EXPECT_EQ(0u, Field(run.output, c.field).rfind(c.saved, 0)) << run.output;
-        // The feeder choice reaches the public devmode's paper source.
-        EXPECT_EQ(c.saved == std::string("PRN_PROP_FEEDER_2"),
-                  Contains(ReadFileText(LogPath(printer)), "dmDefaultSource: 1002"));
     }
 }
 
@@ -461,39 +436,6 @@ TEST_F(SheetWin, AStepThatCannotBeDoneCancelsTheSheet) {
     EXPECT_TRUE(Contains(run.output, "PRESS cancel"));
     EXPECT_FALSE(Contains(run.output, "APPLYNOW"));
     EXPECT_TRUE(Contains(run.output, "devmode     : not written"));
-}
-
-// The sheet interface straight through the DLL, as the framework calls it.
-TEST(SheetWinInterface, DocumentPropertySheetsRefusesOtherVersionsAndToleratesDestroyFirst) {
-    ASSERT_TRUE(KivUiDll::Get().Loaded());
-    ComRef<IPrintOemUI> ui(KivUiDll::Get().CreateOemUI());
-    ASSERT_NE(nullptr, ui.get());
-    HANDLE heap = HeapCreate(0, 0, 0);
-    ASSERT_NE(nullptr, heap);
-    OEMUIPSPARAM ps = {};
-    ps.cbSize = sizeof ps;
-    ps.hOEMHeap = heap;
-    PROPSHEETUI_INFO info = {};
-    info.cbSize = sizeof info;
-    info.Version = 0x0200;
-    info.Flags = PSUIINFO_UNICODE;
-    info.Reason = PROPSHEETUI_REASON_INIT;
-    info.lParamInit = reinterpret_cast<LPARAM>(&ps);
-    info.Result = 77;
-    SetLastError(0);
-    EXPECT_EQ(E_FAIL, ui->DocumentPropertySheets(&info, 0));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), GetLastError());
-    EXPECT_EQ(77u, info.Result);
-
-    info.Version = PROPSHEETUI_INFO_VERSION;
-    info.Reason = PROPSHEETUI_REASON_DESTROY;
-    EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
-    EXPECT_EQ(1u, info.Result);
-    EXPECT_TRUE(HeapValidate(heap, 0, nullptr)) << "nothing freed on the heap the destroy named";
-    SetLastError(0);
-    EXPECT_EQ(E_FAIL, ui->DocumentPropertySheets(nullptr, 0));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), GetLastError());
-    HeapDestroy(heap);
 }
 
 }  // namespace
