@@ -334,18 +334,27 @@ TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
     EXPECT_EQ(ReadFileText(last), ReadFileText(port)) << run.output;
     EXPECT_TRUE(LinesStarting(run.output, "MESSAGEBOX").empty()) << run.output;
 
+    // An empty file cannot be sent; without the set-up tool installed its button goes grey.
     DeleteFileW(last.c_str());
+    const std::wstring empty = dir_ + L"\\empty.prn";
+    std::ofstream{std::filesystem::path(empty)};
     run = Sheet(printer, model,
-                L"--no-last-document" + console + L"--click 1162 --click 1163 --press cancel");
+                L"--no-last-document --file \"" + empty + L"\"" + console +
+                    L"--click 1162 --click 1163 --click 1164 --click 1165 --dump-controls "
+                    L"--press cancel");
+    EXPECT_EQ("0", DumpsOf(run.output).at(0).Attr(1165, "enabled")) << run.output;
+    EXPECT_TRUE(Contains(ReadFileText(LogPath(printer)),
+                         "Send file to printer error: Send to printer error"));
     std::vector<std::string> texts;
     for (const std::string& box : LinesStarting(run.output, "MESSAGEBOX ")) {
         EXPECT_EQ("\"Console\" Panel ", ValueAfter(box, "title"));
         texts.push_back(ValueAfter(box, "text"));
     }
-    EXPECT_EQ((std::vector<std::string>{"Impossible to send the last print",
-                                        "Impossible to open the file"}),
-              texts);
-    EXPECT_TRUE(LinesStarting(run.output, "FILEDIALOG").empty()) << run.output;
+    EXPECT_EQ(
+        (std::vector<std::string>{"Impossible to send the last print",
+                                  "Impossible to open the file", "Impossible to send the file"}),
+        texts);
+    EXPECT_EQ(1u, LinesStarting(run.output, "FILEDIALOG").size()) << run.output;
 
     // A printer set to work offline gets no file dialog for Send file.
     HANDLE h = nullptr;
