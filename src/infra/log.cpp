@@ -9,7 +9,7 @@
 namespace {
 
 char DumpCharacter(uint8_t byte) {
-    // '%' is masked too: a dump row must stay harmless if it is ever used as a format.
+    // '%' is masked too (kept-behaviour: Percent in dumps).
     return byte < 32 || byte >= 127 || byte == '%' ? '.' : static_cast<char>(byte);
 }
 
