@@ -1,9 +1,12 @@
-// Tests of the real spooler, module loader, version and local-machine registry ports under Wine.
+// Tests of the real spooler, module loader, version and local-machine registry ports under Wine,
+// and of the rendering bridge over them with the installed stand-in module.
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "actions/raw_output_win.h"
+#include "actions/uni_bridge.h"
+#include "fake_log_ports.h"
 #include "host_run_win.h"
 #include "infra/config.h"
 #include "ports/platform_win.h"
@@ -14,20 +17,27 @@ namespace {
 class PortsWin : public HostTestBase {
   protected:
     PortsWin() : HostTestBase(L"PortsWin") {}
+
+    // Installs a J7 printer and opens it through the spooler port; kNoPrinterHandle on failure.
+    PrinterHandle OpenNewPrinter() {
+        const std::wstring printer = NewPrinter(L"J7");
+        WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
+                               dir_ + L"\\" + SafeFileName(printer) + L".prn"};
+        WinePrinterInfo info;
+        std::wstring error;
+        PrinterHandle h = kNoPrinterHandle;
+        EXPECT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
+        EXPECT_TRUE(WinPlatform().spooler->OpenPrinterByName(U16FromWide(printer), &h));
+        return h;
+    }
 };
 
 TEST_F(PortsWin, DriverQuestionsThroughTheSpooler) {
-    const std::wstring printer = NewPrinter(L"J7");
-    WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
-                           dir_ + L"\\" + SafeFileName(printer) + L".prn"};
-    WinePrinterInfo info;
-    std::wstring error;
-    ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
-
     Spooler& spooler = *WinPlatform().spooler;
     PrinterHandle h = kNoPrinterHandle;
     EXPECT_FALSE(spooler.OpenPrinterByName(u"KIV no such printer", &h));
-    ASSERT_TRUE(spooler.OpenPrinterByName(U16FromWide(printer), &h));
+    h = OpenNewPrinter();
+    ASSERT_NE(kNoPrinterHandle, h);
     PrinterDriverInfo driver;
     ASSERT_TRUE(spooler.DriverInfo(h, &driver));
     EXPECT_NE(driver.dataFile.find("KIV_J7.GPD"), std::string::npos) << driver.dataFile;
@@ -45,6 +55,60 @@ TEST_F(PortsWin, DriverQuestionsThroughTheSpooler) {
     EXPECT_EQ(nullptr, modules.Find(module, "GetBufferPrintLogoNVRAM"));
     modules.Free(module);
     EXPECT_EQ(0u, modules.Load(plugin + ".missing"));
+}
+
+std::string Le32(uint32_t value) {
+    return {char(value), char(value >> 8), char(value >> 16), char(value >> 24)};
+}
+
+// The stand-in's stream, rebuilt from its documented layout: header, export id, arguments.
+std::string StandInHead(char exportId, const std::string& printer) {
+    return std::string("KIVUNI1") + exportId + Le32(uint32_t(printer.size())) + printer;
+}
+
+TEST_F(PortsWin, TheBridgeCallsTheInstalledStandInAndGetsItsStreamForTheArguments) {
+    const PrinterHandle h = OpenNewPrinter();
+    ASSERT_NE(kNoPrinterHandle, h);
+    const Platform& platform = WinPlatform();
+    const std::string module = GetUniDriverPath(*platform.spooler, *platform.versions, h);
+    EXPECT_TRUE(module.ends_with("\\3\\KivUniStandIn.dll")) << module;
+
+    // A 12x6 24-bit bottom-up BMP, dark where (x + 2y) % 5 == 0, and its rows of bits.
+    std::string bmp = "BM" + Le32(54 + 6 * 36) + Le32(0) + Le32(54) + Le32(40) + Le32(12) +
+                      Le32(6) + Le32(1 | 24 << 16) + Le32(0) + Le32(6 * 36) + std::string(16, 0);
+    std::string rows;
+    for (int y = 0; y < 6; ++y) {
+        uint32_t bits = 0;
+        for (int x = 0; x < 12; ++x)
+            bits |= (x + 2 * y) % 5 == 0 ? 0x8000u >> x : 0;
+        rows += {char(bits >> 8), char(bits)};
+    }
+    for (int y = 5; y >= 0; --y)
+        for (int x = 0; x < 12; ++x)
+            bmp += std::string(3, (rows[2 * y + x / 8] << (x % 8)) & 0x80 ? '\x20' : '\xF0');
+    const std::string image = Narrow(dir_) + "\\pattern.bmp";
+    std::ofstream(image, std::ios::binary) << bmp;
+
+    ScopedTestLog log;
+    UniExportedFunctions bridge({*platform.spooler, *platform.modules, *platform.versions}, h,
+                                "KIV P");
+    const auto Text = [](const std::vector<uint8_t>& bytes) {
+        return std::string(bytes.begin(), bytes.end());
+    };
+    EXPECT_EQ(StandInHead(1, "KIV P") + Le32(3) + '\x02',
+              Text(bridge.GetBuffer_PrintLogoNVRAM(3, 2)));
+    EXPECT_EQ(StandInHead(3, "KIV P") + Le32(uint32_t(image.size())) + image + Le32(576) +
+                  Le32(418) + '\x01' + '\x02' + Le32(12) + Le32(6) + rows,
+              Text(bridge.GetBuffer_PrintCouponFILE({image, 576, 418, 1, 2})));
+    EXPECT_EQ(StandInHead(4, "KIV P") + Le32(uint32_t(image.size())) + image + Le32(576) +
+                  Le32(1200) + Le32(418) + '\x01' + '\x03' + '\x21' + Le32(150) + Le32(12) +
+                  Le32(6) + rows,
+              Text(bridge.GetBuffer_PrintWatermarkFILE({image, 576, 1200, 418, 1, 3, 0x21, 150})));
+    // A file the module cannot decode is its failure, not an empty stream.
+    EXPECT_TRUE(bridge.GetBuffer_PrintLogoFILE({image + ".missing", 576, 418, 0, 0}).empty());
+    EXPECT_EQ("UNI file path: " + module, log.Messages().front());
+    EXPECT_EQ("Error. Buffer of the function is 0", log.Messages().back());
+    EXPECT_TRUE(platform.spooler->ClosePrinter(h));
 }
 
 TEST(PortsWinPrivilege, KnownPrivilegeOnOwnTokenUnknownNameRefused) {
