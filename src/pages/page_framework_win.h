@@ -143,8 +143,8 @@ void PrintPreview(HWND hDlg, PageId page, PreviewRender render, const char* fail
 // `text` on the clipboard as 8-bit text (CF_TEXT, in a movable block); false on any failure.
 bool CopyTextToClipboard(HWND owner, const std::string& text);
 
-// Each built page's _win file defines the specialisation for its id; a catalog row marked built
-// without one fails to link.
+// Each page's _win file defines the specialisation for its id; a catalog row without one fails
+// to link.
 template <PageId kPage>
 const PageDefinition& DefinitionOf();
 
@@ -171,6 +171,6 @@ class FillingScope {
 // The framework's printer handle for a page, or kNoPrinterHandle when it gave none.
 PrinterHandle PagePrinterHandle(const OemUiState& state);
 
-// The definition and the dialog procedure of a built page; null for a page not built yet.
+// The definition and the dialog procedure of a page; null for an id past the catalog.
 const PageDefinition* FindPageDefinition(PageId page);
 DLGPROC PageProcedureOf(PageId page);

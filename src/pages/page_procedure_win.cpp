@@ -1,4 +1,4 @@
-// The one dialog procedure of every document page, and the lookup of the built pages.
+// The one dialog procedure of every document page, and the lookup of the pages.
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -187,29 +187,20 @@ INT_PTR CALLBACK PageDialogProc(HWND hDlg, UINT message, WPARAM wParam, LPARAM l
     });
 }
 
-struct BuiltPage {
-    DLGPROC procedure = nullptr;
-    const PageDefinition& (*definition)() = nullptr;
+struct CatalogPage {
+    DLGPROC procedure;
+    const PageDefinition& (*definition)();
 };
 
-// Only rows marked built reach DefinitionOf, so a page not built yet needs no definition.
-template <size_t kIndex>
-constexpr BuiltPage BuiltPageAt() {
-    constexpr PageId page = static_cast<PageId>(kIndex);
-    if constexpr (kPageCatalog[kIndex].built) {
-        return BuiltPage{&PageDialogProc<page>, &DefinitionOf<page>};
-    } else {
-        return BuiltPage{};
-    }
-}
-
+// Every catalog row needs its page's DefinitionOf: a row without one fails to link.
 template <size_t... kIndex>
-constexpr std::array<BuiltPage, kPageCount> MakeBuiltPages(std::index_sequence<kIndex...>) {
-    return {BuiltPageAt<kIndex>()...};
+constexpr std::array<CatalogPage, kPageCount> MakePages(std::index_sequence<kIndex...>) {
+    return {CatalogPage{&PageDialogProc<static_cast<PageId>(kIndex)>,
+                        &DefinitionOf<static_cast<PageId>(kIndex)>}...};
 }
 
-constexpr std::array<BuiltPage, kPageCount> kBuiltPages =
-    MakeBuiltPages(std::make_index_sequence<kPageCount>());
+constexpr std::array<CatalogPage, kPageCount> kPages =
+    MakePages(std::make_index_sequence<kPageCount>());
 
 }  // namespace
 
@@ -246,10 +237,11 @@ PrinterHandle PagePrinterHandle(const OemUiState& state) {
 }
 
 const PageDefinition* FindPageDefinition(PageId page) {
-    const BuiltPage& built = kBuiltPages[static_cast<size_t>(page)];
-    return built.definition != nullptr ? &built.definition() : nullptr;
+    const size_t index = static_cast<size_t>(page);
+    return index < kPageCount ? &kPages[index].definition() : nullptr;
 }
 
 DLGPROC PageProcedureOf(PageId page) {
-    return kBuiltPages[static_cast<size_t>(page)].procedure;
+    const size_t index = static_cast<size_t>(page);
+    return index < kPageCount ? kPages[index].procedure : nullptr;
 }

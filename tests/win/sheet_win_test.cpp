@@ -310,8 +310,8 @@ TEST_F(SheetWin, ScreenshotsGiveOnePngPerPageWithEveryPictureLoaded) {
     EXPECT_EQ(titles.size(), dumps.size());
     for (const ControlDump& dump : dumps) {
         for (const auto& [id, line] : dump.controls) {
-            const bool preview = id == IDC_WATERMARK_PREVIEW || id == IDC_COUPON_PREVIEW ||
-                                 id == IDC_LOGOS_PREVIEW;
+            const bool preview =
+                id == IDC_WATERMARK_PREVIEW || id == IDC_COUPON_PREVIEW || id == IDC_LOGOS_PREVIEW;
             EXPECT_TRUE(preview || !Contains(line, "bitmap=none")) << line;
         }
     }
