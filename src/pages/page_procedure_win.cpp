@@ -69,10 +69,35 @@ void NotifyChanged(HWND hDlg) {
     SendMessageW(GetParent(hDlg), PSM_CHANGED, reinterpret_cast<WPARAM>(hDlg), 0);
 }
 
+constexpr wchar_t kImageFilter[] =
+    L"Image files (*.bmp;*.png;*.jpg;*.jpeg;*.gif;*.tif;*.tiff)\0"
+    L"*.bmp;*.png;*.jpg;*.jpeg;*.gif;*.tif;*.tiff\0All files (*.*)\0*.*\0";
+
+// Browse puts the chosen file into the edit, whose change then redraws the preview and counts
+// as the user's change; the preview follows the edit even while the page fills.
+bool OnPreviewCommand(HWND hDlg, const PageDefinition& definition, int id, int code) {
+    for (const PreviewRow& row : definition.previews) {
+        if (id == row.browse && code == BN_CLICKED) {
+            const std::wstring path = AskFileToOpen(hDlg, kImageFilter);
+            if (!path.empty()) {
+                WriteControlText(hDlg, row.path, NarrowAnsi(path));
+            }
+            return true;
+        }
+        if (id == row.path && code == EN_CHANGE) {
+            ShowPreview(hDlg, row.picture, ReadControlText(hDlg, row.path, kImagePathChars));
+        }
+    }
+    return false;
+}
+
 void OnCommand(HWND hDlg, const PageDefinition& definition, const PageContext* context,
                WPARAM wParam) {
     const int id = LOWORD(wParam);
     const int code = HIWORD(wParam);
+    if (OnPreviewCommand(hDlg, definition, id, code)) {
+        return;
+    }
     for (const HelpRow& row : definition.helps) {
         if (row.icon == id) {
             if (code == STN_CLICKED) {
@@ -103,7 +128,7 @@ void OnHScroll(HWND hDlg, const PageDefinition& definition, LPARAM lParam) {
     const int id = trackbar != nullptr ? GetDlgCtrlID(trackbar) : 0;
     for (const TrackbarRow& row : definition.trackbars) {
         if (row.trackbar == id) {
-            WriteControlText(hDlg, row.label, TrackbarLabel(TrackbarPosition(hDlg, id)));
+            WriteControlText(hDlg, row.label, row.text(TrackbarPosition(hDlg, id)));
             NotifyChanged(hDlg);
             return;
         }
@@ -116,6 +141,9 @@ void ReleasePictures(HWND hDlg, const PageDefinition& definition) {
     }
     for (const HelpRow& row : definition.helps) {
         ReleasePicture(hDlg, row.icon);
+    }
+    for (const PreviewRow& row : definition.previews) {
+        ReleasePicture(hDlg, row.picture);
     }
 }
 
@@ -189,11 +217,32 @@ PageContext* PageContextOf(HWND hDlg) {
     return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
 }
 
-UiDeviceCommon* PageDevice(HWND hDlg) {
+FillingScope::FillingScope(HWND hDlg) : context_(PageContextOf(hDlg)) {
+    if (context_ != nullptr) {
+        was_ = context_->filling;
+        context_->filling = 1;
+    }
+}
+
+FillingScope::~FillingScope() {
+    if (context_ != nullptr) {
+        context_->filling = was_;
+    }
+}
+
+OemUiState* PageState(HWND hDlg) {
     PageContext* context = PageContextOf(hDlg);
-    return context != nullptr && context->pOemUiState != nullptr
-               ? context->pOemUiState->device.get()
-               : nullptr;
+    return context != nullptr ? context->pOemUiState : nullptr;
+}
+
+UiDeviceCommon* PageDevice(HWND hDlg) {
+    OemUiState* state = PageState(hDlg);
+    return state != nullptr ? state->device.get() : nullptr;
+}
+
+PrinterHandle PagePrinterHandle(const OemUiState& state) {
+    return state.hPrinter != nullptr ? reinterpret_cast<PrinterHandle>(state.hPrinter)
+                                     : kNoPrinterHandle;
 }
 
 const PageDefinition* FindPageDefinition(PageId page) {
