@@ -17,45 +17,7 @@ namespace {
 class PortsWin : public HostTestBase {
   protected:
     PortsWin() : HostTestBase(L"PortsWin") {}
-
-    // Installs a J7 printer and opens it through the spooler port; kNoPrinterHandle on failure.
-    PrinterHandle OpenNewPrinter() {
-        const std::wstring printer = NewPrinter(L"J7");
-        WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
-                               dir_ + L"\\" + SafeFileName(printer) + L".prn"};
-        WinePrinterInfo info;
-        std::wstring error;
-        PrinterHandle h = kNoPrinterHandle;
-        EXPECT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
-        EXPECT_TRUE(WinPlatform().spooler->OpenPrinterByName(U16FromWide(printer), &h));
-        return h;
-    }
 };
-
-TEST_F(PortsWin, DriverQuestionsThroughTheSpooler) {
-    Spooler& spooler = *WinPlatform().spooler;
-    PrinterHandle h = kNoPrinterHandle;
-    EXPECT_FALSE(spooler.OpenPrinterByName(u"KIV no such printer", &h));
-    h = OpenNewPrinter();
-    ASSERT_NE(kNoPrinterHandle, h);
-    PrinterDriverInfo driver;
-    ASSERT_TRUE(spooler.DriverInfo(h, &driver));
-    EXPECT_NE(driver.dataFile.find("KIV_J7.GPD"), std::string::npos) << driver.dataFile;
-    std::string plugin;
-    for (const std::string& file : driver.dependentFiles)
-        plugin = file.find("KivUI.dll") != std::string::npos ? file : plugin;
-    EXPECT_TRUE(spooler.ClosePrinter(h));
-
-    // The installed plug-in module: loaded by path, an export found, freed again.
-    ASSERT_FALSE(plugin.empty());
-    ModuleLoader& modules = *WinPlatform().modules;
-    const ModuleHandle module = modules.Load(plugin);
-    ASSERT_NE(0u, module);
-    EXPECT_NE(nullptr, modules.Find(module, "DllGetClassObject"));
-    EXPECT_EQ(nullptr, modules.Find(module, "GetBufferPrintLogoNVRAM"));
-    modules.Free(module);
-    EXPECT_EQ(0u, modules.Load(plugin + ".missing"));
-}
 
 std::string Le32(uint32_t value) {
     return {char(value), char(value >> 8), char(value >> 16), char(value >> 24)};
@@ -66,10 +28,21 @@ std::string StandInHead(char exportId, const std::string& printer) {
     return std::string("KIVUNI1") + exportId + Le32(uint32_t(printer.size())) + printer;
 }
 
-TEST_F(PortsWin, TheBridgeCallsTheInstalledStandInAndGetsItsStreamForTheArguments) {
-    const PrinterHandle h = OpenNewPrinter();
-    ASSERT_NE(kNoPrinterHandle, h);
+// The driver's files lead the bridge to the installed stand-in, whose stream shows the arguments.
+TEST_F(PortsWin, TheBridgeOverTheRealPortsCallsTheInstalledStandIn) {
+    const std::wstring printer = NewPrinter(L"J7");
+    WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
+                           dir_ + L"\\" + SafeFileName(printer) + L".prn"};
+    WinePrinterInfo info;
+    std::wstring error;
+    ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
     const Platform& platform = WinPlatform();
+    PrinterHandle h = kNoPrinterHandle;
+    EXPECT_FALSE(platform.spooler->OpenPrinterByName(u"KIV no such printer", &h));
+    ASSERT_TRUE(platform.spooler->OpenPrinterByName(U16FromWide(printer), &h));
+    PrinterDriverInfo driver;
+    ASSERT_TRUE(platform.spooler->DriverInfo(h, &driver));
+    EXPECT_NE(driver.dataFile.find("KIV_J7.GPD"), std::string::npos) << driver.dataFile;
     const std::string module = GetUniDriverPath(*platform.spooler, *platform.versions, h);
     EXPECT_TRUE(module.ends_with("\\3\\KivUniStandIn.dll")) << module;
 
