@@ -8,6 +8,7 @@
 #include "actions/uni_bridge.h"
 #include "fake_log_ports.h"
 #include "host_run_win.h"
+#include "standin_stream_win.h"
 #include "infra/config.h"
 #include "ports/platform_win.h"
 #include "win/text_win.h"
@@ -18,15 +19,6 @@ class PortsWin : public HostTestBase {
   protected:
     PortsWin() : HostTestBase(L"PortsWin") {}
 };
-
-std::string Le32(uint32_t value) {
-    return {char(value), char(value >> 8), char(value >> 16), char(value >> 24)};
-}
-
-// The stand-in's stream, rebuilt from its documented layout: header, export id, arguments.
-std::string StandInHead(char exportId, const std::string& printer) {
-    return std::string("KIVUNI1") + exportId + Le32(uint32_t(printer.size())) + printer;
-}
 
 // The driver's files lead the bridge to the installed stand-in, whose stream shows the arguments.
 TEST_F(PortsWin, TheBridgeOverTheRealPortsCallsTheInstalledStandIn) {
@@ -46,21 +38,8 @@ TEST_F(PortsWin, TheBridgeOverTheRealPortsCallsTheInstalledStandIn) {
     const std::string module = GetUniDriverPath(*platform.spooler, *platform.versions, h);
     EXPECT_TRUE(module.ends_with("\\3\\KivUniStandIn.dll")) << module;
 
-    // A 12x6 24-bit bottom-up BMP, dark where (x + 2y) % 5 == 0, and its rows of bits.
-    std::string bmp = "BM" + Le32(54 + 6 * 36) + Le32(0) + Le32(54) + Le32(40) + Le32(12) +
-                      Le32(6) + Le32(1 | 24 << 16) + Le32(0) + Le32(6 * 36) + std::string(16, 0);
-    std::string rows;
-    for (int y = 0; y < 6; ++y) {
-        uint32_t bits = 0;
-        for (int x = 0; x < 12; ++x)
-            bits |= (x + 2 * y) % 5 == 0 ? 0x8000u >> x : 0;
-        rows += {char(bits >> 8), char(bits)};
-    }
-    for (int y = 5; y >= 0; --y)
-        for (int x = 0; x < 12; ++x)
-            bmp += std::string(3, (rows[2 * y + x / 8] << (x % 8)) & 0x80 ? '\x20' : '\xF0');
     const std::string image = Narrow(dir_) + "\\pattern.bmp";
-    std::ofstream(image, std::ios::binary) << bmp;
+    const std::string bits = WritePatternBmp(image);
 
     ScopedTestLog log;
     UniExportedFunctions bridge({*platform.spooler, *platform.modules, *platform.versions}, h,
@@ -70,12 +49,11 @@ TEST_F(PortsWin, TheBridgeOverTheRealPortsCallsTheInstalledStandIn) {
     };
     EXPECT_EQ(StandInHead(1, "KIV P") + Le32(3) + '\x02',
               Text(bridge.GetBuffer_PrintLogoNVRAM(3, 2)));
-    EXPECT_EQ(StandInHead(3, "KIV P") + Le32(uint32_t(image.size())) + image + Le32(576) +
-                  Le32(418) + '\x01' + '\x02' + Le32(12) + Le32(6) + rows,
+    EXPECT_EQ(StandInHead(3, "KIV P") + StandInText(image) + Le32(576) + Le32(418) + '\x01' +
+                  '\x02' + bits,
               Text(bridge.GetBuffer_PrintCouponFILE({image, 576, 418, 1, 2})));
-    EXPECT_EQ(StandInHead(4, "KIV P") + Le32(uint32_t(image.size())) + image + Le32(576) +
-                  Le32(1200) + Le32(418) + '\x01' + '\x03' + '\x21' + Le32(150) + Le32(12) +
-                  Le32(6) + rows,
+    EXPECT_EQ(StandInHead(4, "KIV P") + StandInText(image) + Le32(576) + Le32(1200) + Le32(418) +
+                  '\x01' + '\x03' + '\x21' + Le32(150) + bits,
               Text(bridge.GetBuffer_PrintWatermarkFILE({image, 576, 1200, 418, 1, 3, 0x21, 150})));
     // A file the module cannot decode is its failure, not an empty stream.
     EXPECT_TRUE(bridge.GetBuffer_PrintLogoFILE({image + ".missing", 576, 418, 0, 0}).empty());
