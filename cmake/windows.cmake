@@ -33,7 +33,9 @@ file(GLOB KIV_WIN_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/win/*.cpp)
 add_executable(kiv_win_tests ${KIV_WIN_TESTS} $<TARGET_OBJECTS:kiv_core_obj>
                              $<TARGET_OBJECTS:kiv_win_obj>)
 target_include_directories(kiv_win_tests PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/resources
-                           ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/tests/support)
+                           ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/tests/support
+                           # The host's counts of what a process holds (heap, handles, GDI).
+                           ${CMAKE_SOURCE_DIR}/tools/host)
 target_link_libraries(kiv_win_tests PRIVATE gtest gtest_main ${KIV_WIN_LIBS})
 target_link_options(kiv_win_tests PRIVATE ${KIV_STATIC_RUNTIME})
 add_dependencies(kiv_win_tests KivUI)

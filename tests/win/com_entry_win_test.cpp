@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kivui_dll_win.h"
+#include "process_usage.h"
 
 namespace {
 
@@ -100,36 +101,6 @@ TEST_F(ComEntry, CanUnloadNowFollowsLockServerOnly) {
     EXPECT_EQ(S_FALSE, canUnloadNow());
     EXPECT_EQ(S_OK, factory_->LockServer(FALSE));
     EXPECT_EQ(S_OK, canUnloadNow());
-}
-
-// Bytes in use in every heap of the process, by walking them: Wine answers no heap statistics,
-// and the C runtime's malloc has a heap of its own there.
-uint64_t HeapBytesInUse() {
-    HANDLE heaps[64];
-    const DWORD count = GetProcessHeaps(64, heaps);
-    uint64_t bytes = 0;
-    for (DWORD i = 0; i < count && i < 64; ++i) {
-        if (!HeapLock(heaps[i]))
-            continue;
-        PROCESS_HEAP_ENTRY entry{};
-        while (HeapWalk(heaps[i], &entry)) {
-            if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0)
-                bytes += entry.cbData;
-        }
-        HeapUnlock(heaps[i]);
-    }
-    return bytes;
-}
-
-// Open kernel handles, by probing handle values: Wine's GetProcessHandleCount answers nothing
-// useful, while GetHandleInformation tells a live handle from a free slot.
-int OpenHandles() {
-    int open = 0;
-    for (uintptr_t value = 4; value < 0x10000; value += 4) {
-        DWORD flags = 0;
-        open += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != FALSE;
-    }
-    return open;
 }
 
 // The framework loads and frees the plug-in around each properties call: a copy under its own

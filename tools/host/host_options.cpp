@@ -38,7 +38,7 @@ const wchar_t* HostUsage() {
     return L"usage: kivhost [--headless] [--no-last-document] [--model MODEL] [--printer NAME] "
            L"[--devmode FILE]\n"
            L"               [--verbosity 0-7] [--package DIR] [--log-lines N]\n"
-           L"               [--press ok|apply|cancel] [--screenshots DIR] [--time]\n"
+           L"               [--press ok|apply|cancel] [--screenshots DIR] [--time] [--soak N]\n"
            L"               [--page P (--set ID=TEXT | --select ID=N | --click ID |\n"
            L"                          --trackbar ID=POS | --dump-controls)...]\n"
            L"  Installs the model's driver and printer into the Wine spooler, drives the KivUI\n"
@@ -61,6 +61,9 @@ const wchar_t* HostUsage() {
            L"  --time           times the sheet against the same sheet whose pages fill nothing\n"
            L"                   and exits with 4 when the ratio is over the target\n"
            L"  --time-runs N    repetitions for --time (median; default 5)\n"
+           L"  --soak N         opens and cancels the full sheet N times and prints the growth\n"
+           L"                   per opening of heap, handles and GDI objects; exits with 5\n"
+           L"                   when an opening leaves over 32 KB, a handle or a GDI object\n"
            L"  --answer yes|no  answer to the plug-in's yes/no questions (default no)\n"
            L"  --file PATH      file name given to the plug-in's file dialogs (default cancel)\n"
            L"  --page P         the page (tab index from 0, or title) of the steps after it:\n"
@@ -188,6 +191,10 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             sheetOption = true;
         } else if (arg == L"--time-runs") {
             if (!number(1, 100, opts.timeRuns))
+                return false;
+            sheetOption = true;
+        } else if (arg == L"--soak") {
+            if (!number(1, 1000, opts.soak))
                 return false;
             sheetOption = true;
         } else if (arg == L"--file") {

@@ -36,6 +36,7 @@ struct HostOptions {
     std::wstring screenshotDir;            // --screenshots DIR
     bool time = false;                     // --time
     int timeRuns = 5;                      // --time-runs N (median of N)
+    int soak = 0;                          // --soak N: openings measured for growth
     bool answerYes = false;                // --answer yes|no for the plug-in's questions
     std::wstring fileAnswer;               // --file PATH for the plug-in's file dialogs
     std::vector<PageAction> actions;       // --page, --set, --select, --click, --trackbar,
@@ -50,6 +51,10 @@ inline constexpr wchar_t kDefaultModel[] = L"TRX418A CUT";
 // The sheet's opening time may be at most this many times that of the baseline sheet (the same
 // dialog templates with nothing filled in).
 inline constexpr double kSheetTimeTarget = 1.3;
+
+// What one opening of the sheet may leave behind on the heap under --soak (handles and GDI
+// objects: nothing).
+inline constexpr unsigned kSoakHeapLimit = 32768;
 
 // Fills `opts` from the arguments (argv[0] is the program). False with a message on bad input.
 bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts, std::wstring& error);
