@@ -15,7 +15,7 @@ class HostWin : public HostTestBase {
   protected:
     HostWin() : HostTestBase(L"HostWin") {}
     HostRun Run(const std::wstring& printer, const std::wstring& model) {
-        return RunHost(L"--headless " + PrinterArgs(printer, model));
+        return RunHost(L"--headless --verbose " + PrinterArgs(printer, model));
     }
 };
 
@@ -62,10 +62,17 @@ TEST_F(HostWin, DamagedDevmodeFileFallsBackToTheModelDefaults) {
 
 TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {
     const std::wstring where = L"--printer \"KIV HostWin none\" --devmode \"" + dir_ + L"\\n\"";
+    // An unknown model is named with the package's models, before anything is installed.
     const HostRun unknown = RunHost(L"--headless --model \"NO SUCH MODEL\" " + where);
-    EXPECT_EQ(2u, unknown.exitCode);
-    EXPECT_TRUE(Contains(unknown.output, "install printer")) << unknown.output;
-    EXPECT_TRUE(Contains(unknown.output, "KIV_NO_SUCH_MODEL.GPD")) << unknown.output;
+    EXPECT_EQ(1u, unknown.exitCode);
+    EXPECT_TRUE(Contains(unknown.output, "has no model \"NO SUCH MODEL\"")) << unknown.output;
+    EXPECT_TRUE(Contains(unknown.output, "\nTRX418A CUT\n")) << unknown.output;
+    EXPECT_EQ(17u, Lines(RunHost(L"--list-models").output).size());
+    // Without --verbose a run is its summary, in lines that end without a carriage return.
+    const HostRun quiet = RunHost(L"--headless --model j7 " + where);
+    EXPECT_EQ(0u, quiet.exitCode) << quiet.output;
+    EXPECT_TRUE(Contains(quiet.output, "capabilities: cash drawer, density, quality, cutter"));
+    EXPECT_FALSE(Contains(quiet.output, "DevMode") || Contains(quiet.output, "\r")) << quiet.output;
 
     // Bad options are refused before anything is installed.
     struct Case {

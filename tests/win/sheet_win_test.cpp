@@ -89,7 +89,7 @@ class SheetWin : public HostTestBase {
     }
     HostRun Sheet(const std::wstring& printer, const std::wstring& model,
                   const std::wstring& script) {
-        return RunHost(PrinterArgs(printer, model) + L" --log-lines 0 " + script);
+        return RunHost(PrinterArgs(printer, model) + L" --verbose --log-lines 0 " + script);
     }
 };
 
@@ -518,6 +518,12 @@ TEST_F(SheetWin, AStepThatCannotBeDoneCancelsTheSheet) {
     EXPECT_TRUE(Contains(run.output, "PRESS cancel"));
     EXPECT_FALSE(Contains(run.output, "APPLYNOW"));
     EXPECT_TRUE(Contains(run.output, "devmode     : not written"));
+
+    // Left to a user who never comes, the sheet says what it waits for and gives up.
+    const HostRun left = Sheet(printer, L"TRX418A CUT", L"--wait 1");
+    EXPECT_EQ(6u, left.exitCode) << left.output;
+    EXPECT_TRUE(Contains(left.output, "close it with OK or Cancel")) << left.output;
+    EXPECT_TRUE(Contains(left.output, "nobody closed it within 1 s; cancelled"));
 }
 
 }  // namespace

@@ -8,6 +8,9 @@
 // step ends the program with a message and a non-zero code: 1 bad arguments, 2 a failed step,
 // 3 a sheet script that could not be carried out or an apply the plug-in refused, 4 a --time
 // ratio over its target, 5 a --soak that found growth per opening over its limits.
+#include <fcntl.h>
+#include <io.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -220,7 +223,7 @@ bool LoadPlugin(const std::wstring& exeDir, const WinePrinterInfo& info, PluginS
     if (s.module == nullptr)
         return Fail("load plug-in", path + L": " + Win32ErrorText(GetLastError()));
     s.path = path;
-    Out("plug-in     : %s\n", Utf8(path).c_str());
+    Detail("plug-in     : %s\n", Utf8(path).c_str());
 
     auto getClass = reinterpret_cast<DllGetClassObjectFn>(
         reinterpret_cast<void*>(GetProcAddress(s.module, "DllGetClassObject")));
@@ -252,7 +255,7 @@ bool LoadPlugin(const std::wstring& exeDir, const WinePrinterInfo& info, PluginS
     unknown->Release();
     if (FAILED(hr) || s.ui == nullptr)
         return Fail("QueryInterface(IID_IPrintOemUI)", Hr(hr));
-    Out("interface   : IPrintOemUI (IPrintOemUI2 refused with E_NOINTERFACE)\n");
+    Detail("interface   : IPrintOemUI (IPrintOemUI2 refused with E_NOINTERFACE)\n");
     return true;
 }
 
@@ -284,7 +287,7 @@ bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, const Packag
     const DWORD size = p.cbBufSize;
     if (size < sizeof(OEM_DMEXTRAHEADER) || size > 0xFFFF)
         return Fail("DevMode(OEMDM_SIZE)", L"unusable size " + std::to_wstring(size));
-    Out("DevMode     : SIZE %lu bytes\n", static_cast<unsigned long>(size));
+    Detail("DevMode     : SIZE %lu bytes\n", static_cast<unsigned long>(size));
 
     // Buffers are never smaller than the whole record, whatever a stored record claims.
     const size_t room = size > sizeof(OEMDEV) ? size : sizeof(OEMDEV);
@@ -308,15 +311,16 @@ bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, const Packag
             if (stored.privateDM.size() > incoming.size())
                 incoming.resize(stored.privateDM.size());
             std::copy(stored.privateDM.begin(), stored.privateDM.end(), incoming.begin());
-            Out("devmode     : %s (%zu private bytes read)\n", Utf8(devmodeFile).c_str(),
-                stored.privateDM.size());
+            Detail("devmode     : %s (%zu private bytes read)\n", Utf8(devmodeFile).c_str(),
+                   stored.privateDM.size());
             break;
         case DevmodeFileStatus::kAbsent:
-            Out("devmode     : %s (none yet, merging the defaults)\n", Utf8(devmodeFile).c_str());
+            Detail("devmode     : %s (none yet, merging the defaults)\n",
+                   Utf8(devmodeFile).c_str());
             break;
         case DevmodeFileStatus::kDamaged:
-            Out("devmode     : %s damaged (%s), merging the defaults\n", Utf8(devmodeFile).c_str(),
-                Utf8(why).c_str());
+            Detail("devmode     : %s damaged (%s), merging the defaults\n",
+                   Utf8(devmodeFile).c_str(), Utf8(why).c_str());
             break;
     }
 
@@ -332,7 +336,7 @@ bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, const Packag
         return Fail("DevMode(OEMDM_MERGE)", Hr(hr));
     // The buffer keeps its room for a whole record; the devmode carries the plug-in's size.
     recordSize = size;
-    Out("DevMode     : DEFAULT, MERGE done\n");
+    Detail("DevMode     : DEFAULT, MERGE done\n");
     return true;
 }
 
@@ -416,7 +420,8 @@ bool CallCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerN
     if (FAILED(hr))
         return Fail("CommonUIProp", Hr(hr));
     if (!quiet) {
-        Out("CommonUIProp: %lu plug-in items; driver colour item %s; %d driver setting queries\n",
+        Detail(
+            "CommonUIProp: %lu plug-in items; driver colour item %s; %d driver setting queries\n",
             static_cast<unsigned long>(param.cOEMOptItems),
             (call.drv.Color().Flags & OPTIF_HIDE) ? "hidden" : "left visible", helper.Queries());
     }
@@ -626,6 +631,14 @@ std::string CapabilityWords(const std::vector<uint8_t>& record) {
     return words.empty() ? "none" : words;
 }
 
+// "9 pages (Paper/Quality, Print, ...)".
+std::string PageList(const std::vector<std::wstring>& titles) {
+    std::string list;
+    for (const std::wstring& title : titles)
+        list += (list.empty() ? "" : ", ") + Utf8(title);
+    return std::to_string(titles.size()) + " pages (" + list + ")";
+}
+
 // The package's model of that name (any letter case); null, after telling which models there
 // are, when it has none.
 const PackageModel* FindModel(const std::vector<PackageModel>& models, const std::wstring& name) {
@@ -636,9 +649,9 @@ const PackageModel* FindModel(const std::vector<PackageModel>& models, const std
     return nullptr;
 }
 
-void PrintModels(FILE* stream, const std::vector<PackageModel>& models) {
+void PrintModels(const std::vector<PackageModel>& models) {
     for (const PackageModel& model : models)
-        std::fprintf(stream, "%s\n", Utf8(model.model).c_str());
+        Out("%s\n", Utf8(model.model).c_str());
 }
 
 int Run(const HostOptions& opts) {
@@ -649,14 +662,14 @@ int Run(const HostOptions& opts) {
         opts.packageDir.empty() ? exeDir + L"\\driver" : opts.packageDir;
     const std::vector<PackageModel> models = ListPackageModels(packageDir);
     if (opts.listModels) {
-        PrintModels(stdout, models);
+        PrintModels(models);
         return models.empty() ? 1 : 0;
     }
     const PackageModel* found = FindModel(models, opts.model);
     if (found == nullptr) {
-        std::fprintf(stderr, "kivhost: the driver package (%s) has no model \"%s\"; its models:\n",
-                     Utf8(packageDir).c_str(), Utf8(opts.model).c_str());
-        PrintModels(stderr, models);
+        std::printf("kivhost: the driver package (%s) has no model \"%s\"; its models:\n",
+                    Utf8(packageDir).c_str(), Utf8(opts.model).c_str());
+        PrintModels(models);
         return 1;
     }
     const PackageModel& model = *found;
@@ -670,16 +683,16 @@ int Run(const HostOptions& opts) {
     std::wstring error;
     if (!InstallWinePrinter(setup, info, error))
         return FailExit("install printer", error);
-    Out("printer     : %s (%s, driver \"%s\" %s)\n", Utf8(opts.printer).c_str(),
-        info.printerReused ? "existing" : "added", Utf8(info.driverName).c_str(),
-        info.driverReused ? "refreshed" : "installed");
-    Out("data file   : %s\n", Utf8(info.dataFile).c_str());
-    Out("port        : %s -> %s\n", Utf8(info.portName).c_str(), info.outputUnixPath.c_str());
+    Detail("printer     : %s (%s, driver \"%s\" %s)\n", Utf8(opts.printer).c_str(),
+           info.printerReused ? "existing" : "added", Utf8(info.driverName).c_str(),
+           info.driverReused ? "refreshed" : "installed");
+    Detail("data file   : %s\n", Utf8(info.dataFile).c_str());
+    Detail("port        : %s -> %s\n", Utf8(info.portName).c_str(), info.outputUnixPath.c_str());
 
     if (opts.verbosity >= 0) {
         if (!WriteVerbosity(opts.printer, static_cast<DWORD>(opts.verbosity), error))
             return FailExit("write LogVerbosity_UiUni", error);
-        Out("log level   : LogVerbosity_UiUni = %d\n", opts.verbosity);
+        Detail("log level   : LogVerbosity_UiUni = %d\n", opts.verbosity);
     }
     const ULONGLONG logStart = FileSize(LogFilePath(opts.printer));
     if (opts.lastDocument) {
@@ -687,7 +700,7 @@ int Run(const HostOptions& opts) {
         if (!WriteLastDocument(opts.printer, model.model, lastDocument))
             return FailExit("write the last document",
                             lastDocument + L": " + Win32ErrorText(GetLastError()));
-        Out("last doc    : %s\n", Utf8(lastDocument).c_str());
+        Detail("last doc    : %s\n", Utf8(lastDocument).c_str());
     }
 
     std::wstring devmodeFile = opts.devmodeFile;
@@ -719,10 +732,13 @@ int Run(const HostOptions& opts) {
         return 2;
     const char sig[5] = {static_cast<char>(signature >> 24), static_cast<char>(signature >> 16),
                          static_cast<char>(signature >> 8), static_cast<char>(signature), 0};
-    Out("GetInfo     : signature 0x%08lX '%s', version %lu\n",
-        static_cast<unsigned long>(signature), sig, static_cast<unsigned long>(version));
+    Detail("GetInfo     : signature 0x%08lX '%s', version %lu\n",
+           static_cast<unsigned long>(signature), sig, static_cast<unsigned long>(version));
 
     DEVMODEW publicDM = DefaultPublicDevmode(opts.printer, model);
+    Out("printer     : %s (model %s, paper %d.%d mm wide, %d dpi)\n", Utf8(opts.printer).c_str(),
+        Utf8(model.model).c_str(), publicDM.dmPaperWidth / 10, publicDM.dmPaperWidth % 10,
+        model.dpi);
     std::vector<uint8_t> record;
     size_t recordSize = 0;
     if (!BuildRecord(s, devmodeFile, model, publicDM, record, recordSize))
@@ -755,11 +771,13 @@ int Run(const HostOptions& opts) {
         for (int opening = 0; opening < opts.openings; ++opening) {
             const bool last = opening + 1 == opts.openings;
             if (opts.openings > 1)
-                Out("OPENING %d\n", opening + 1);
+                Detail("OPENING %d\n", opening + 1);
             SheetScript script;
             script.press = opts.press;
             // The earlier openings are the way to the state the last one shows.
             script.screenshotDir = last ? opts.screenshotDir : std::wstring();
+            script.screenshotBeforeDir = last ? opts.screenshotBeforeDir : std::wstring();
+            script.waitSeconds = opts.waitSeconds;
             script.answerYes = opts.answerYes;
             script.fileAnswer = opts.fileAnswer;
             for (const PageAction& action : opts.actions) {
@@ -767,15 +785,21 @@ int Run(const HostOptions& opts) {
                     script.actions.push_back(action);
             }
             script.activateAll = opts.press != SheetPress::kNone || !script.screenshotDir.empty() ||
-                                 !script.actions.empty();
+                                 !script.screenshotBeforeDir.empty() || !script.actions.empty();
             SheetOutcome outcome;
             if (!OpenSheetOnce(run, script, outcome))
                 return 2;
-            Out("sheet       : closed (CommonPropertySheetUIW %ld, result %lu); %s\n",
-                static_cast<long>(outcome.returned), static_cast<unsigned long>(outcome.result),
+            Detail("sheet       : closed (CommonPropertySheetUIW %ld, result %lu)\n",
+                   static_cast<long>(outcome.returned), static_cast<unsigned long>(outcome.result));
+            Out("sheet       : %s; %s\n", PageList(outcome.titles).c_str(),
                 outcome.applied        ? "applied"
                 : outcome.applyRefused ? "the plug-in refused the apply, nothing applied"
                                        : "nothing applied");
+            if (outcome.screenshots > 0)
+                Out("screenshots : %d pages in %s\n", outcome.screenshots,
+                    UnixPathOf(script.screenshotDir).c_str());
+            if (outcome.timedOut)
+                exitCode = 6;
             save = save || outcome.applied;
             const bool pressFailed =
                 (opts.press == SheetPress::kOk || opts.press == SheetPress::kApply) &&
@@ -788,10 +812,11 @@ int Run(const HostOptions& opts) {
     if (save) {
         // The model writes its support bytes when the settings are saved, not before.
         Out("capabilities: %s\n", CapabilityWords(record).c_str());
-        PrintRecord(record, recordSize);
+        if (opts.showRecord || opts.verbose)
+            PrintRecord(record, recordSize);
         if (!SaveDevmodeFile(devmodeFile, publicDM, record.data(), recordSize, error))
             return FailExit("write devmode file", error);
-        Out("devmode     : written to %s\n", Utf8(devmodeFile).c_str());
+        Out("devmode     : written to %s\n", UnixPathOf(devmodeFile).c_str());
     } else {
         Out("devmode     : not written (nothing was applied)\n");
     }
@@ -809,16 +834,17 @@ int Run(const HostOptions& opts) {
     if (lines.empty()) {
         Out("log         : %s (nothing new; the plug-in logs when LogVerbosity_UiUni is set, "
             "e.g. --verbosity 7)\n",
-            Utf8(logPath).c_str());
+            UnixPathOf(logPath).c_str());
         return exitCode;
     }
-    Out("log         : %s (%zu new lines)\n", Utf8(logPath).c_str(), lines.size());
-    const size_t shown = lines.size() < static_cast<size_t>(opts.logLines)
-                             ? lines.size()
-                             : static_cast<size_t>(opts.logLines);
+    Out("log         : %s (%zu new lines)\n", UnixPathOf(logPath).c_str(), lines.size());
+    const size_t wanted = static_cast<size_t>(opts.logLines >= 0 ? opts.logLines
+                                              : opts.verbose     ? 40
+                                                                 : 0);
+    const size_t shown = lines.size() < wanted ? lines.size() : wanted;
     for (size_t i = 0; i < shown; ++i)
         Out("  | %s\n", lines[i].c_str());
-    if (shown < lines.size())
+    if (shown > 0 && shown < lines.size())
         Out("  | ... %zu more\n", lines.size() - shown);
     return exitCode;
 }
@@ -826,15 +852,18 @@ int Run(const HostOptions& opts) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
+    // Lines end in "\n" alone, as the Linux terminal and the scripts that read them expect.
+    _setmode(_fileno(stdout), _O_BINARY);
     HostOptions opts;
     std::wstring error;
     if (!ParseHostOptions(argc, argv, opts, error)) {
-        std::fprintf(stderr, "kivhost: %s\n%s", Utf8(error).c_str(), Utf8(HostUsage()).c_str());
+        std::printf("kivhost: %s\n%s", Utf8(error).c_str(), Utf8(HostUsage()).c_str());
         return 1;
     }
     if (opts.help) {
         std::printf("%s", Utf8(HostUsage()).c_str());
         return 0;
     }
+    gVerbose = opts.verbose;
     return Run(opts);
 }

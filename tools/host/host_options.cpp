@@ -35,36 +35,31 @@ bool SplitControlArg(const std::wstring& text, int& control, std::wstring& value
 }  // namespace
 
 const wchar_t* HostUsage() {
-    return L"usage: kivhost [--headless] [--no-last-document] [--model MODEL] [--printer NAME] "
-           L"[--devmode FILE]\n"
-           L"               [--verbosity 0-7] [--package DIR] [--log-lines N]\n"
-           L"               [--press ok|apply|cancel] [--screenshots DIR] [--time] [--soak N]\n"
-           L"               [--page P (--set ID=TEXT | --select ID=N | --click ID |\n"
-           L"                          --trackbar ID=POS | --dump-controls)...]\n"
-           L"  Installs the model's driver and printer into the Wine spooler, drives the KivUI\n"
-           L"  plug-in as the universal driver does (devmode services, common UI entry, the\n"
-           L"  common property sheet with the driver's page and the plug-in's pages, apply)\n"
-           L"  and prints the settings record field by field and the start of the log.\n"
+    return L"usage: kivhost [options] [--page P step...]...\n"
+           L"  Installs the model's driver and a printer on it into Wine's spooler, drives the\n"
+           L"  KivUI plug-in as the universal driver does (devmode services, common UI entry,\n"
+           L"  the property sheet with the driver's page and the plug-in's pages, apply) and\n"
+           L"  prints a summary: printer, pages, what was applied, where the screenshots, the\n"
+           L"  devmode and the log are.\n"
            L"  --model MODEL    a model of the driver package (default \"TRX418A CUT\")\n"
            L"  --list-models    prints the package's models, one per line, and exits\n"
            L"  --printer NAME   printer name (default \"KIV \" followed by the model)\n"
            L"  --devmode FILE   devmode kept between runs (default\n"
            L"                   %LOCALAPPDATA%\\KivHost\\<printer>.devmode)\n"
-           L"  --verbosity N    writes LogVerbosity_UiUni for the printer before the run\n"
            L"  --package DIR    folder of the GPDs and KivUI.ini (default <kivhost>\\driver)\n"
-           L"  --log-lines N    new log lines to print (default 40)\n"
+           L"  --verbosity N    writes LogVerbosity_UiUni (0-7) for the printer before the run\n"
+           L"  --verbose        prints every step of the host's work, the record and the log\n"
+           L"  --show-record    prints the saved settings record field by field\n"
+           L"  --log-lines N    new log lines to print (default 0; 40 with --verbose)\n"
            L"  --headless       no window: devmode services, common UI entry and apply only\n"
            L"  --no-last-document  leaves the print folder without the last document that\n"
            L"                   the host's job otherwise writes there (Reprint, Save last Doc)\n"
-           L"  --press BUTTON   once every page is up: ok, apply (then close with cancel) or\n"
-           L"                   cancel; without it the sheet stays until it is closed\n"
-           L"  --screenshots DIR  one PNG per page, NN_<title>.png\n"
-           L"  --time           times the sheet against the same sheet whose pages fill nothing\n"
-           L"                   and exits with 4 when the ratio is over the target\n"
-           L"  --time-runs N    repetitions for --time (median; default 5)\n"
-           L"  --soak N         opens and cancels the full sheet N times and prints the growth\n"
-           L"                   per opening of heap, handles and GDI objects; exits with 5\n"
-           L"                   when an opening leaves over 32 KB, a handle or a GDI object\n"
+           L"  --press BUTTON   once every page is up and the steps are done: ok, apply (then\n"
+           L"                   close with cancel) or cancel\n"
+           L"  --wait SECONDS   without --press, how long the sheet waits for the user before\n"
+           L"                   the host cancels it and exits with 6 (default 600)\n"
+           L"  --screenshots DIR  one PNG per page after the steps, NN_<title>.png\n"
+           L"  --screenshots-before DIR  the same before the steps\n"
            L"  --answer yes|no  answer to the plug-in's yes/no questions (default no)\n"
            L"  --file PATH      file name given to the plug-in's file dialogs (default cancel)\n"
            L"  --page P         the page (tab index from 0, or title) of the steps after it:\n"
@@ -74,7 +69,16 @@ const wchar_t* HostUsage() {
            L"    --dump-controls  prints the page's controls (every page before any --page)\n"
            L"  --reopen         once the sheet has closed, opens it again in the same process\n"
            L"                   (admin mode carries over); later steps, --screenshots and\n"
-           L"                   --press act on the new opening, --press on every opening\n";
+           L"                   --press act on the new opening, --press on every opening\n"
+           L"  --time           times the sheet against the same sheet whose pages fill nothing\n"
+           L"                   and exits with 4 when the ratio is over the target\n"
+           L"  --time-runs N    repetitions for --time (median; default 5)\n"
+           L"  --soak N         opens the full sheet N times in one process and exits with 5\n"
+           L"                   when an opening leaves memory, handles or GDI objects behind\n"
+           L"  --help           this text\n"
+           L"  Exit codes: 1 bad arguments, 2 a failed step, 3 a script step or apply that\n"
+           L"  could not be done, 4 --time over target, 5 --soak growth, 6 nobody closed the\n"
+           L"  sheet in time.\n";
 }
 
 bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
@@ -147,6 +151,18 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
         };
         if (arg == L"--help" || arg == L"-h") {
             opts.help = true;
+        } else if (arg == L"--verbose") {
+            opts.verbose = true;
+        } else if (arg == L"--show-record") {
+            opts.showRecord = true;
+        } else if (arg == L"--wait") {
+            if (!number(1, 86400, opts.waitSeconds))
+                return false;
+            sheetOption = true;
+        } else if (arg == L"--screenshots-before") {
+            if (!value(opts.screenshotBeforeDir))
+                return false;
+            sheetOption = true;
         } else if (arg == L"--list-models") {
             opts.listModels = true;
         } else if (arg == L"--headless") {

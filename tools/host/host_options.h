@@ -28,13 +28,17 @@ struct HostOptions {
     int verbosity = -1;        // --verbosity 0..7; -1 leaves the registry alone
     bool headless = false;     // --headless: devmode services and common UI entry only
     bool lastDocument = true;  // --no-last-document: the print folder gets no last document
-    int logLines = 40;         // --log-lines: how many new log lines to print
+    int logLines = -1;         // --log-lines: new log lines to print; -1: 40 with --verbose
+    bool verbose = false;      // --verbose: every step of the host's work
+    bool showRecord = false;   // --show-record: the saved record field by field
     bool help = false;
     bool listModels = false;  // --list-models
 
     // The property sheet (everything below needs a sheet, so it excludes --headless).
     SheetPress press = SheetPress::kNone;  // --press ok|apply|cancel
-    std::wstring screenshotDir;            // --screenshots DIR
+    std::wstring screenshotDir;            // --screenshots DIR, after the steps
+    std::wstring screenshotBeforeDir;      // --screenshots-before DIR
+    int waitSeconds = 600;                 // --wait: without --press, the user's time to close
     bool time = false;                     // --time
     int timeRuns = 5;                      // --time-runs N (median of N)
     int soak = 0;                          // --soak N: openings measured for growth

@@ -55,11 +55,26 @@ inline void Out(const char* format, ...) {
     std::fflush(stdout);
 }
 
-// Reports a failed step on stderr; returns false so callers can `return Fail(...)`.
-inline bool Fail(const char* step, const std::wstring& why) {
+// --verbose: every step of the host's own work is printed, not only the summary and what the
+// user's steps show.
+inline bool gVerbose = false;
+
+inline void Detail(const char* format, ...) __attribute__((format(gnu_printf, 1, 2)));
+inline void Detail(const char* format, ...) {
+    if (!gVerbose)
+        return;
+    va_list args;
+    va_start(args, format);
+    std::vprintf(format, args);
+    va_end(args);
     std::fflush(stdout);
-    std::fprintf(stderr, "kivhost: error: %s: %s\n", step, Utf8(why).c_str());
-    std::fflush(stderr);
+}
+
+// Reports a failed step; returns false so callers can `return Fail(...)`. Like everything the
+// host says it goes to stdout: stderr is Wine's, which run.sh keeps in a log file.
+inline bool Fail(const char* step, const std::wstring& why) {
+    std::printf("kivhost: error: %s: %s\n", step, Utf8(why).c_str());
+    std::fflush(stdout);
     return false;
 }
 

@@ -99,6 +99,12 @@ class SheetHost {
     void Press(SheetPress press);
     void StepFailed(const char* step, const std::wstring& why);
     void ShowApplyState(const char* when);
+    int TakeScreenshots(const std::wstring& dir, const std::vector<std::wstring>& titles);
+
+    void WaitForUser();
+
+  public:
+    void GiveUp();
 
     const SheetPlugin* plugin_;  // null for the baseline sheet
     const SheetScript& script_;
@@ -112,6 +118,7 @@ class SheetHost {
     HWND sheet_ = nullptr;
     HWND firstPage_ = nullptr;
     bool bringUpPosted_ = false;
+    UINT_PTR waitTimer_ = 0;
 };
 
 LONG HostSheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam) {
@@ -164,6 +171,12 @@ LRESULT CALLBACK SheetCloseWatch(HWND window, UINT msg, WPARAM wParam, LPARAM lP
     return DefSubclassProc(window, msg, wParam, lParam);
 }
 
+// The sheet left to the user closes by itself after the script's waiting time.
+void CALLBACK WaitOver(HWND, UINT, UINT_PTR, DWORD) {
+    if (g_openSheet != nullptr)
+        g_openSheet->GiveUp();
+}
+
 LRESULT CALLBACK MessageBoxHook(int code, WPARAM wParam, LPARAM lParam) {
     if (code == HCBT_ACTIVATE && g_openSheet != nullptr)
         g_openSheet->OnActivate(reinterpret_cast<HWND>(wParam));
@@ -203,10 +216,18 @@ bool SheetHost::Open(std::wstring& error) {
         CommonPropertySheetUIW(nullptr, HostSheetCallback, reinterpret_cast<LPARAM>(this), &result);
     outcome_.result = result;
     g_openSheet = nullptr;
+    if (waitTimer_ != 0)
+        KillTimer(nullptr, waitTimer_);
     if (hook != nullptr)
         UnhookWindowsHookEx(hook);
     if (outcome_.returned < 0) {
         error = L"CommonPropertySheetUIW returned " + std::to_wstring(outcome_.returned);
+        return false;
+    }
+    if (!outcome_.cameUp) {
+        error =
+            L"the sheet never came up (Wine has no display: run the host under xvfb-run, or "
+            L"with DISPLAY set, after wineserver -k)";
         return false;
     }
     return true;
@@ -279,8 +300,8 @@ LONG SheetHost::ForwardToPlugin(PPROPSHEETUI_INFO info, LPARAM lParam) {
     const HRESULT hr = plugin_->ui->DocumentPropertySheets(info, lParam);
     info->pfnComPropSheet = sheetFunction;
     if (!script_.quiet) {
-        Out("DocumentPropertySheets: %s -> %s, Result %lld\n", ReasonName(info->Reason),
-            Utf8(Hr(hr)).c_str(), static_cast<long long>(info->Result));
+        Detail("DocumentPropertySheets: %s -> %s, Result %lld\n", ReasonName(info->Reason),
+               Utf8(Hr(hr)).c_str(), static_cast<long long>(info->Result));
     }
     // The framework's convention: 1 or more lets the sheet go on, less is a failure.
     return SUCCEEDED(hr) ? 1 : ERR_CPSUI_GETLASTERROR;
@@ -307,6 +328,7 @@ INT_PTR SheetHost::PageProc(HWND hDlg, UINT msg, WPARAM, LPARAM lParam) {
         case WM_INITDIALOG:
             if (firstPage_ == nullptr) {
                 firstPage_ = hDlg;
+                outcome_.cameUp = true;
                 sheet_ = GetParent(hDlg);
                 if (!Baseline())
                     FillDriverPage(hDlg);
@@ -352,8 +374,8 @@ void SheetHost::FillDriverPage(HWND hDlg) {
     const int length = dm.dmPaperLength > 0 ? dm.dmPaperLength : 0;
     if (dpi > 0) {
         std::swprintf(text, 128, L"%d.%d x %d.%d mm (%d x %d dots)", width / 10, width % 10,
-                      length / 10, length % 10, static_cast<int>(width * dpi / 254.0),
-                      static_cast<int>(length * dpi / 254.0));
+                      length / 10, length % 10, static_cast<int>(width * dpi / 254.0 + 0.5),
+                      static_cast<int>(length * dpi / 254.0 + 0.5));
     } else {
         std::swprintf(text, 128, L"%d.%d x %d.%d mm", width / 10, width % 10, length / 10,
                       length % 10);
@@ -408,8 +430,8 @@ void SheetHost::StepFailed(const char* step, const std::wstring& why) {
 // Whether the sheet's Apply button is lit, i.e. whether some page told the sheet it changed.
 void SheetHost::ShowApplyState(const char* when) {
     if (!script_.quiet)
-        Out("APPLY enabled=%d (%s)\n", IsWindowEnabled(GetDlgItem(sheet_, kApplyButtonId)) ? 1 : 0,
-            when);
+        Detail("APPLY enabled=%d (%s)\n",
+               IsWindowEnabled(GetDlgItem(sheet_, kApplyButtonId)) ? 1 : 0, when);
 }
 
 void SheetHost::BringUp() {
@@ -418,12 +440,14 @@ void SheetHost::BringUp() {
     outcome_.titles = titles;
     if (!script_.quiet) {
         for (size_t i = 0; i < titles.size(); ++i) {
-            Out("PAGE %zu %s%s\n", i, Quoted(titles[i]).c_str(),
-                i == 0 ? " (driver)" : " (plug-in)");
+            Detail("PAGE %zu %s%s\n", i, Quoted(titles[i]).c_str(),
+                   i == 0 ? " (driver)" : " (plug-in)");
         }
     }
-    if (!script_.activateAll)
+    if (!script_.activateAll) {
+        WaitForUser();
         return;
+    }
 
     // Every page once: each one is created, so it receives its WM_INITDIALOG, on activation.
     int up = 0;
@@ -441,30 +465,11 @@ void SheetHost::BringUp() {
         StepFailed("activate pages",
                    std::to_wstring(titles.size() - up) + L" page(s) did not come up");
     else if (!script_.quiet)
-        Out("sheet       : %d pages up\n", up);
+        Detail("sheet       : %d pages up\n", up);
     ShowApplyState("every page opened");
 
-    if (!script_.screenshotDir.empty()) {
-        std::wstring error;
-        if (!MakeDirectories(script_.screenshotDir, error))
-            StepFailed("screenshots", error);
-        for (size_t i = 0; i < titles.size() && !outcome_.stepFailed; ++i) {
-            ActivatePage(sheet_, static_cast<int>(i));
-            RedrawWindow(sheet_, nullptr, nullptr,
-                         RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-            PumpMessages(sheet_, 150);
-            wchar_t number[8];
-            std::swprintf(number, 8, L"%02zu", i);
-            const std::wstring path =
-                script_.screenshotDir + L"\\" + number + L"_" + FileNamePart(titles[i]) + L".png";
-            int width = 0, height = 0;
-            if (SaveWindowPng(sheet_, path, width, height, error))
-                Out("SCREENSHOT %s %dx%d\n", Utf8(path).c_str(), width, height);
-            else
-                StepFailed("screenshot", error);
-        }
-        ActivatePage(sheet_, 0);
-    }
+    if (!script_.screenshotBeforeDir.empty())
+        TakeScreenshots(script_.screenshotBeforeDir, titles);
 
     SetWindowSubclass(sheet_, SheetCloseWatch, 1, reinterpret_cast<DWORD_PTR>(&outcome_));
     for (const PageAction& action : script_.actions) {
@@ -481,14 +486,70 @@ void SheetHost::BringUp() {
     }
     if (!script_.actions.empty())
         ShowApplyState("after the steps");
+    if (!script_.screenshotDir.empty() && !outcome_.stepFailed)
+        outcome_.screenshots = TakeScreenshots(script_.screenshotDir, titles);
 
     // A failed step must not save half a script's changes: the sheet is cancelled instead.
     SheetPress press = outcome_.stepFailed ? SheetPress::kCancel : script_.press;
-    if (press == SheetPress::kNone)
+    if (press == SheetPress::kNone) {
+        WaitForUser();
         return;
+    }
     Press(press);
     if (press != SheetPress::kCancel)
         PostMessageW(firstPage_, kMsgAfterPress, 0, 0);
+}
+
+// Removes the pictures of an earlier run first, so that a model with fewer pages leaves none of
+// another model's behind. The number of pictures taken.
+int SheetHost::TakeScreenshots(const std::wstring& dir, const std::vector<std::wstring>& titles) {
+    std::wstring error;
+    if (!MakeDirectories(dir, error)) {
+        StepFailed("screenshots", error);
+        return 0;
+    }
+    WIN32_FIND_DATAW found;
+    HANDLE old = FindFirstFileW((dir + L"\\??_*.png").c_str(), &found);
+    if (old != INVALID_HANDLE_VALUE) {
+        do {
+            DeleteFileW((dir + L"\\" + found.cFileName).c_str());
+        } while (FindNextFileW(old, &found));
+        FindClose(old);
+    }
+    int taken = 0;
+    for (size_t i = 0; i < titles.size() && !outcome_.stepFailed; ++i) {
+        ActivatePage(sheet_, static_cast<int>(i));
+        RedrawWindow(sheet_, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+        PumpMessages(sheet_, 150);
+        wchar_t number[8];
+        std::swprintf(number, 8, L"%02zu", i);
+        const std::wstring path = dir + L"\\" + number + L"_" + FileNamePart(titles[i]) + L".png";
+        int width = 0, height = 0;
+        if (SaveWindowPng(sheet_, path, width, height, error)) {
+            Detail("SCREENSHOT %s %dx%d\n", Utf8(path).c_str(), width, height);
+            ++taken;
+        } else {
+            StepFailed("screenshot", error);
+        }
+    }
+    ActivatePage(sheet_, 0);
+    return taken;
+}
+
+void SheetHost::WaitForUser() {
+    Out("sheet       : open; close it with OK or Cancel (the host gives up and cancels after %d "
+        "s; --press closes it by itself)\n",
+        script_.waitSeconds);
+    waitTimer_ = SetTimer(nullptr, 0, static_cast<UINT>(script_.waitSeconds) * 1000u, WaitOver);
+}
+
+void SheetHost::GiveUp() {
+    if (sheet_ == nullptr || !IsWindow(sheet_))
+        return;
+    outcome_.timedOut = true;
+    Out("sheet       : nobody closed it within %d s; cancelled\n", script_.waitSeconds);
+    Press(SheetPress::kCancel);
 }
 
 void SheetHost::Press(SheetPress press) {
@@ -496,9 +557,9 @@ void SheetHost::Press(SheetPress press) {
                           : press == SheetPress::kApply ? PSBTN_APPLYNOW
                                                         : PSBTN_CANCEL;
     if (!script_.quiet) {
-        Out("PRESS %s\n", press == SheetPress::kOk      ? "ok"
-                          : press == SheetPress::kApply ? "apply"
-                                                        : "cancel");
+        Detail("PRESS %s\n", press == SheetPress::kOk      ? "ok"
+                             : press == SheetPress::kApply ? "apply"
+                                                           : "cancel");
     }
     // Sent, not posted as PropSheet_PressButton does, so the press is over when this returns.
     SendMessageW(sheet_, PSM_PRESSBUTTON, button, 0);
@@ -573,8 +634,8 @@ LONG CallApplyNow(OEMCUIPPARAM& param, HWND hDlg) {
     cb.cOptItem = static_cast<WORD>(param.cOEMOptItems);
     cb.Result = CPSUI_OK;
     const LONG action = param.OEMCUIPCallback(&cb, &param);
-    Out("APPLYNOW    : callback returned %ld%s\n", static_cast<long>(action),
-        action == CPSUICB_ACTION_NO_APPLY_EXIT ? " (not applied)" : "");
+    Detail("APPLYNOW    : callback returned %ld%s\n", static_cast<long>(action),
+           action == CPSUICB_ACTION_NO_APPLY_EXIT ? " (not applied)" : "");
     return action;
 }
 

@@ -26,7 +26,9 @@ struct SheetScript {
     bool activateAll = false;  // activate every page once (timing, screenshots, steps, press)
     bool quiet = false;        // timing runs print nothing about the pages
     SheetPress press = SheetPress::kNone;
-    std::wstring screenshotDir;
+    std::wstring screenshotDir;        // after the steps
+    std::wstring screenshotBeforeDir;  // before the steps
+    int waitSeconds = 600;             // without a press: how long the user has to close it
     bool answerYes = false;
     std::wstring fileAnswer;  // typed into the plug-in's file dialogs; empty: cancel them
     std::vector<PageAction> actions;
@@ -46,6 +48,9 @@ struct SheetOutcome {
     bool applyRefused = false;        // the last apply was refused (validation failed)
     bool stepFailed = false;          // a scripted step, screenshot or press could not be done
     bool closedByPlugin = false;      // a step made the plug-in close the sheet (SC_CLOSE)
+    bool cameUp = false;              // the sheet's first page was created
+    bool timedOut = false;            // nobody closed the sheet in time; cancelled
+    int screenshots = 0;              // pictures taken after the steps
     double secondsToPagesUp = 0;      // from the caller's start to every page initialised
     std::vector<double> pageSeconds;  // each page's first activation (the first page's is 0)
     std::vector<std::wstring> titles;

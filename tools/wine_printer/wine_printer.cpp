@@ -114,22 +114,6 @@ bool SetRegString(HKEY root, const wchar_t* subkey, const std::wstring& name,
     return false;
 }
 
-// Wine's kernel32 export that names the Unix file behind a Windows path; absent on Windows.
-std::string UnixPathOf(const std::wstring& windowsPath) {
-    using WineGetUnixFileName = char*(CDECL*)(LPCWSTR);
-    HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
-    auto fn = reinterpret_cast<WineGetUnixFileName>(
-        reinterpret_cast<void*>(GetProcAddress(kernel, "wine_get_unix_file_name")));
-    if (fn == nullptr)
-        return {};
-    char* unix = fn(windowsPath.c_str());
-    if (unix == nullptr)
-        return {};
-    std::string result(unix);
-    HeapFree(GetProcessHeap(), 0, unix);
-    return result;
-}
-
 std::wstring Widen(const std::string& s) {
     if (s.empty())
         return {};
@@ -327,6 +311,21 @@ bool KeepOrDeletePrinter(const std::wstring& printer, const std::wstring& driver
 }
 
 }  // namespace
+
+std::string UnixPathOf(const std::wstring& windowsPath) {
+    using WineGetUnixFileName = char*(CDECL*)(LPCWSTR);
+    HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
+    auto fn = reinterpret_cast<WineGetUnixFileName>(
+        reinterpret_cast<void*>(GetProcAddress(kernel, "wine_get_unix_file_name")));
+    if (fn == nullptr)
+        return {};
+    char* unix = fn(windowsPath.c_str());
+    if (unix == nullptr)
+        return {};
+    std::string result(unix);
+    HeapFree(GetProcessHeap(), 0, unix);
+    return result;
+}
 
 std::wstring Win32ErrorText(DWORD code) {
     wchar_t* text = nullptr;

@@ -48,5 +48,8 @@ bool InstallWinePrinter(const WinePrinterSetup& setup, WinePrinterInfo& info, st
 // Deletes the printer if it exists (the driver stays). False with a reason in `error`.
 bool RemoveWinePrinter(const std::wstring& printerName, std::wstring& error);
 
+// The Unix file behind a Windows path, through Wine's kernel32; empty on Windows.
+std::string UnixPathOf(const std::wstring& windowsPath);
+
 // "Win32 error N: text" for the thread's last error or `code`.
 std::wstring Win32ErrorText(DWORD code);
