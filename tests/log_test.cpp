@@ -173,18 +173,18 @@ TEST(LogHead, NewFileGetsModuleLinesThenExtensionUnderTheFilter) {
     }
 }
 
-TEST(LogSize, FilePastTheLimitIsBegunAnewAtTheNextLine) {
+TEST(LogSize, FilePastTheLimitIsBegunAnewAtTheTwentiethLineOnly) {
     struct Case {
         size_t startSize;
         bool truncateFails;
-        int resetAt;  // the line that finds the file past the limit
+        int resetAt;  // 0: never within 40 lines
     };
-    const size_t lineSize = kHead.size() + std::string("[F] line 1\n").size();
+    const size_t lineSize = kHead.size() + std::string("[F] line 10\n").size();
     const Case cases[] = {
-        {kLogSizeLimit + 1, false, 1},
-        // Exactly at the limit after line 1: only over it counts, so line 2 still goes behind.
-        {kLogSizeLimit - lineSize, false, 3},
-        {kLogSizeLimit + 1, true, 1},
+        {kLogSizeLimit + 1, false, 20},
+        // Exactly at the limit at line 20 (nine short lines, ten long): only over it counts.
+        {kLogSizeLimit - 19 * lineSize + 9, false, 40},
+        {kLogSizeLimit + 1, true, 20},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.startSize << " " << c.truncateFails);
@@ -198,7 +198,7 @@ TEST(LogSize, FilePastTheLimitIsBegunAnewAtTheNextLine) {
         if (c.truncateFails) {
             // The line still goes in, behind the old lines, and the file stays open.
             EXPECT_TRUE(local.fake.fileOpen);
-            EXPECT_EQ(local.fake.file.substr(local.fake.file.size() - 11), "[F] line 1\n");
+            EXPECT_EQ(local.fake.file.substr(local.fake.file.size() - 12), "[F] line 20\n");
             continue;
         }
         Lines expected = kFileHead;

@@ -215,14 +215,13 @@ void CLog::AppendToFile(const std::string& text) {
             return;
         }
     }
-    // The size is read through the handle before every line, under the mutex, so whichever
-    // writer finds the shared file past the limit begins it anew: the file never holds more than
-    // the limit plus one line, however many processes write. It is emptied through the open
-    // handle: every process that holds it moves to the end before each line, so all of them
-    // write into the fresh log at once. A deletion would wait for the last holder to close, and
-    // the file would grow meanwhile. When emptying fails the line still goes in; the next line
-    // tries again.
-    if (!writingHead_ && ports_->file->Size() > kLogSizeLimit && ports_->file->Truncate()) {
+    // The size is checked only at every 20th line, and never while the head is being written.
+    // The file is emptied through the open handle, under the mutex: every process that holds
+    // it moves to the end before each line, so all of them write into the fresh log at once. A
+    // deletion would wait for the last holder to close, and the file would grow meanwhile. When
+    // emptying fails the line still goes in; the next check tries again.
+    if (!writingHead_ && lineCounter_ % kLogSizeCheckEvery == 0 &&
+        ports_->file->Size() > kLogSizeLimit && ports_->file->Truncate()) {
         lineCounter_ = 0;
         WriteHead();
     }

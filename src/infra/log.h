@@ -11,6 +11,7 @@
 #include "infra/text_format.h"
 #include "ports/log_ports.h"
 
+
 // Message levels as the callers use them.
 enum LogLevel : int {
     kLogError = 2,
@@ -23,8 +24,9 @@ enum LogLevel : int {
 
 enum LogOutputMode : uint8_t { kLogOff = 0, kLogToFile = 1, kLogToDebugger = 2 };
 
-inline constexpr uint64_t kLogSizeLimit = 5242880;  // 5 MiB; checked before every line
-inline constexpr size_t kLogFolderMaxChars = 260;   // the expanded folder, terminator included
+inline constexpr uint64_t kLogSizeLimit = 5242880;  // 5 MiB; checked at every 20th line
+inline constexpr uint32_t kLogSizeCheckEvery = 20;
+inline constexpr size_t kLogFolderMaxChars = 260;  // the expanded folder, terminator included
 
 class CLog {
   public:
