@@ -46,16 +46,6 @@ TEST(PageCatalog, ConditionsPerFlag) {
     EXPECT_EQ(Applying(nullptr, false).size(), 11u);
 }
 
-TEST(PageCatalog, OnlyBuiltPagesAreRegistered) {
-    std::vector<PageId> built;
-    for (const PageCatalogRow& row : kPageCatalog) {
-        if (row.built)
-            built.push_back(row.page);
-    }
-    EXPECT_EQ(PagesToRegister(nullptr, true), built);
-    EXPECT_FALSE(built.empty());
-}
-
 TEST(PageCatalog, NamesDerivedFromTheStem) {
     const PageNames print = NamesOf(PageId::kPrint);
     EXPECT_STREQ(print.logName.c_str(), "DevicePropPageDocPrint");

@@ -36,4 +36,12 @@ TEST(PageView, PanelTitleQuotesThePageName) {
     EXPECT_EQ(PanelTitle(PageId::kPrintAdjust), "\"Print adjust\" Panel ");
 }
 
+TEST(PageView, PreviewFitsKeepingAspectAndCentres) {
+    // A wide image grows to the box width; truncated size and halved offset; an odd remainder.
+    EXPECT_EQ(FitPreview(200, 200, 100, 50), (PreviewPlacement{200, 100, 0, 50}));
+    EXPECT_EQ(FitPreview(100, 100, 300, 100), (PreviewPlacement{100, 33, 0, 33}));
+    EXPECT_EQ(FitPreview(101, 50, 10, 10), (PreviewPlacement{50, 50, 25, 0}));
+    EXPECT_FALSE(FitPreview(200, 200, 0, 10).has_value());
+}
+
 }  // namespace

@@ -116,6 +116,51 @@ TEST(RawOutput, LastDocumentIsReprintedAsPrinterData) {
     std::filesystem::remove(last);
 }
 
+TEST(RawOutput, PreviewAsksOnlineThenSendsOnAHandleOfItsOwn) {
+    const Calls sent = {"OpenPrinterByName KIV P",
+                        "StartDocument data RAW",
+                        "StartPage",
+                        "Write 2",
+                        "EndPage",
+                        "EndDocument",
+                        kOpenedClose};
+    struct Case {
+        uint32_t status;
+        std::string data;
+        const char* failing;
+        PreviewSend result;
+        bool rendered;
+        Calls calls;
+    };
+    const Case cases[] = {
+        {0, "\x1B@", "", PreviewSend::kSent, true, sent},
+        {kPrinterStatusOffline, "\x1B@", "", PreviewSend::kOffline, false, {}},
+        {0, "", "", PreviewSend::kNoData, true, {}},
+        {0, "\x1B@", "OpenPrinterByName", PreviewSend::kNotSent, true, {sent[0]}},
+        {0,
+         "\x1B@",
+         "Write",
+         PreviewSend::kNotSent,
+         true,
+         {sent[0], sent[1], sent[2], sent[3], sent[4], sent[5], kOpenedClose}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.data + c.failing);
+        FakeSpooler spooler;
+        spooler.status = c.status;
+        spooler.failing = {c.failing};
+        bool rendered = false;
+        EXPECT_EQ(c.result, SendPreviewData(spooler, 7, u"KIV P", [&] {
+                      rendered = true;
+                      return std::vector<uint8_t>(c.data.begin(), c.data.end());
+                  }));
+        EXPECT_EQ(c.rendered, rendered);
+        std::erase_if(spooler.calls,
+                      [](const std::string& call) { return call.starts_with("Printer"); });
+        EXPECT_EQ(c.calls, spooler.calls);  // the framework's handle 7 is never closed
+    }
+}
+
 TEST(RawOutput, OnlineUnlessOfflineOrWorkingOffline) {
     struct Case {
         uint32_t status, attributes;

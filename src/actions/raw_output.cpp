@@ -101,6 +101,28 @@ int SendFileToPrinter(Spooler& spooler, const std::string& path, PrinterHandle p
     return result;
 }
 
+PreviewSend SendPreviewData(Spooler& spooler, PrinterHandle printer,
+                            const std::u16string& printerName,
+                            const std::function<std::vector<uint8_t>()>& render) {
+    if (!IsPrinterOnline(spooler, printer)) {
+        return PreviewSend::kOffline;
+    }
+    std::vector<uint8_t> data = render();
+    if (data.empty()) {
+        return PreviewSend::kNoData;
+    }
+    PrinterHandle own = kNoPrinterHandle;
+    if (!spooler.OpenPrinterByName(printerName, &own)) {
+        return PreviewSend::kNotSent;
+    }
+    // A failed job has closed the handle already.
+    if (!SendRawBuffer(spooler, std::move(data), own, 0)) {
+        return PreviewSend::kNotSent;
+    }
+    spooler.ClosePrinter(own);
+    return PreviewSend::kSent;
+}
+
 int PrintLastDocument(Spooler& spooler, TextCodec& text, const std::u16string& printerName,
                       const std::string& printFolder, PrinterHandle printer) {
     std::vector<uint8_t> buffer =

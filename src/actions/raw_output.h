@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,15 @@ int SendRawBuffer(Spooler& spooler, std::vector<uint8_t> buffer, PrinterHandle p
 // and closed afterwards.
 int SendFileToPrinter(Spooler& spooler, const std::string& path, PrinterHandle printer,
                       const std::u16string& printerName);
+
+// What became of a preview's printer data.
+enum class PreviewSend { kSent, kOffline, kNoData, kNotSent };
+// A preview: the printer must be online (asked through `printer`, the framework's handle), then
+// `render`'s data goes out as one "data" job on a handle of its own, opened by name and closed
+// after, so a failed job never takes the framework's handle with it.
+PreviewSend SendPreviewData(Spooler& spooler, PrinterHandle printer,
+                            const std::u16string& printerName,
+                            const std::function<std::vector<uint8_t>()>& render);
 
 // Sends the last-document file of the printer again, as document "prn".
 int PrintLastDocument(Spooler& spooler, TextCodec& text, const std::u16string& printerName,

@@ -52,8 +52,6 @@ struct ConsoleControls {
     int endSelection;
     std::string endText;
 };
-using FileExists = std::function<bool(const std::string& path)>;
-
 // A text-source command: it must convert, hold at least one byte and no more than 512.
 std::optional<ValidationFailure> ValidateFreeBufferText(std::string_view text, FreeBufferSide side);
 // The start command, then the end command, by the mode each list selects.

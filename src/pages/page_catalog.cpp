@@ -23,7 +23,7 @@ bool PageApplies(const PageCatalogRow& row, const uint8_t* flags, bool admin) {
 std::vector<PageId> PagesToRegister(const uint8_t* flags, bool admin) {
     std::vector<PageId> pages;
     for (const PageCatalogRow& row : kPageCatalog) {
-        if (row.built && PageApplies(row, flags, admin)) {
+        if (PageApplies(row, flags, admin)) {
             pages.push_back(row.page);
         }
     }

@@ -45,36 +45,35 @@ struct PageCatalogRow {
     bool adminOnly;
     uint8_t checkOrder;  // position in Apply's check (from 1); 0: never checked
     bool readOnApply;    // Apply reads the page's controls back into the settings
-    bool built;          // a page not built yet keeps its row but is not registered
 };
 
 // Peripherals is checked before Cut/Move although it is registered after it: the user hears
 // about a wrong pulse time first.
 inline constexpr PageCatalogRow kPageCatalog[] = {
     {PageId::kPrint, IDD_PROPPAGE_DOC_PRINT, "IDD_PROPPAGE_DOC_PRINT", "Print", "DocPrint", 0,
-     false, 1, true, true},
+     false, 1, true},
     {PageId::kPrintAdjust, IDD_PROPPAGE_DOC_PRINT_ADJUST, "IDD_PROPPAGE_DOC_PRINT_ADJUST",
-     "Print adjust", "DocPrintAdjust", 0, false, 2, true, true},
+     "Print adjust", "DocPrintAdjust", 0, false, 2, true},
     {PageId::kCutMove, IDD_PROPPAGE_DOC_CUTMODE, "IDD_PROPPAGE_DOC_CUTMODE", "Cut/Move",
-     "DocCutMove", CapabilityMask({7, 2, 5, 6}), false, 4, true, true},
+     "DocCutMove", CapabilityMask({7, 2, 5, 6}), false, 4, true},
     {PageId::kAccessories, IDD_PROPPAGE_DOC_ACCESSORIES, "IDD_PROPPAGE_DOC_ACCESSORIES",
-     "Accessories", "DocAccessories", CapabilityMask({3, 4}), false, 0, true, true},
+     "Accessories", "DocAccessories", CapabilityMask({3, 4}), false, 0, true},
     {PageId::kPeripherals, IDD_PROPPAGE_DOC_PERIPHERALS, "IDD_PROPPAGE_DOC_PERIPHERALS",
-     "Peripherals", "DocPeripherals", CapabilityMask({1, 0}), false, 3, true, true},
+     "Peripherals", "DocPeripherals", CapabilityMask({1, 0}), false, 3, true},
     {PageId::kPresentation, IDD_PROPPAGE_DOC_PRESENTATION, "IDD_PROPPAGE_DOC_PRESENTATION",
-     "Presentation", "DocPresentation", CapabilityMask({10, 8, 9}), false, 5, true, true},
+     "Presentation", "DocPresentation", CapabilityMask({10, 8, 9}), false, 5, true},
     {PageId::kWatermark, IDD_PROPPAGE_DOC_WATERMARK, "IDD_PROPPAGE_DOC_WATERMARK", "Watermark",
-     "DocWatermark", 0, false, 6, true, false},
+     "DocWatermark", 0, false, 6, true},
     {PageId::kCoupon, IDD_PROPPAGE_DOC_COUPON, "IDD_PROPPAGE_DOC_COUPON", "Coupon", "DocCoupon", 0,
-     false, 7, true, false},
+     false, 7, true},
     {PageId::kLogo, IDD_PROPPAGE_DOC_LOGOS, "IDD_PROPPAGE_DOC_LOGOS", "Logos", "DocLogo", 0, false,
-     8, true, false},
+     8, true},
     {PageId::kConsole, IDD_PROPPAGE_DOC_CONSOLE, "IDD_PROPPAGE_DOC_CONSOLE", "Console",
-     "DocConsole", 0, false, 9, true, true},
+     "DocConsole", 0, false, 9, true},
     {PageId::kAdmin, IDD_PROPPAGE_DOC_ADMIN, "IDD_PROPPAGE_DOC_ADMIN", "Admin", "DocAdmin", 0, true,
-     0, false, true},
+     0, false},
     {PageId::kVersion, IDD_PROPPAGE_DOC_VERSION, "IDD_PROPPAGE_DOC_VERSION", "Version",
-     "DocVersion", 0, false, 0, false, true},
+     "DocVersion", 0, false, 0, false},
 };
 
 static_assert(std::size(kPageCatalog) == kPageCount, "one catalog row per page");
@@ -157,7 +156,7 @@ static_assert(EveryNameFits());
 // Whether the row's condition holds: admin-only rows need `admin`; a row with capability
 // flags needs one of them set, or no capability object at all (`flags` null).
 bool PageApplies(const PageCatalogRow& row, const uint8_t* flags, bool admin);
-// The pages the sheet gets, in order: built, and their condition holds.
+// The pages the sheet gets, in order: those whose condition holds.
 std::vector<PageId> PagesToRegister(const uint8_t* flags, bool admin);
 // The pages Apply checks, in the order the user hears about failures.
 std::vector<PageId> PagesInCheckOrder();

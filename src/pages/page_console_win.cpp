@@ -7,8 +7,7 @@
 #include "ports/platform_win.h"
 #include "settings/ui_device_common.h"
 
-// The lean Windows headers leave out the file dialogs and ShellExecute.
-#include <commdlg.h>
+// The lean Windows headers leave out ShellExecute.
 #include <shellapi.h>
 
 namespace {
@@ -55,9 +54,8 @@ void Fill(HWND hDlg, UiDeviceCommon& device) {
     ShowCommand(hDlg, kEnd, view.end);
 }
 
-void ShowError(HWND hDlg, const wchar_t* message) {
-    const std::wstring title = WidenAnsi(PanelTitle(PageId::kConsole));
-    MessageBoxW(hDlg, message, title.c_str(), MB_OK | MB_ICONERROR);
+void ShowError(HWND hDlg, const char* message) {
+    ShowPageError(hDlg, PageId::kConsole, message);
 }
 
 // The printer as the page knows it: the framework's handle (or the sentinel when it gave none,
@@ -69,14 +67,10 @@ struct PagePrinter {
 };
 PagePrinter PrinterOf(HWND hDlg) {
     PagePrinter printer;
-    const PageContext* context = PageContextOf(hDlg);
-    if (context == nullptr || context->pOemUiState == nullptr) {
-        return printer;
-    }
-    printer.state = context->pOemUiState;
-    printer.name = printer.state->printerNameWide;
-    if (printer.state->hPrinter != nullptr) {
-        printer.handle = reinterpret_cast<PrinterHandle>(printer.state->hPrinter);
+    printer.state = PageState(hDlg);
+    if (printer.state != nullptr) {
+        printer.name = printer.state->printerNameWide;
+        printer.handle = PagePrinterHandle(*printer.state);
     }
     return printer;
 }
@@ -90,24 +84,6 @@ std::string PrintFolder(const OemUiState& state) {
     return folder;
 }
 
-// The file dialogs: an empty path when the user cancels.
-std::wstring AskFile(HWND hDlg, const wchar_t* filter, bool save) {
-    wchar_t path[MAX_PATH] = {};
-    OPENFILENAMEW dialog = {};
-    dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = hDlg;
-    dialog.lpstrFilter = filter;
-    dialog.lpstrFile = path;
-    dialog.nMaxFile = MAX_PATH;
-    if (save) {
-        dialog.lpstrDefExt = L"prn";
-        dialog.Flags = OFN_PATHMUSTEXIST;
-        return GetSaveFileNameW(&dialog) ? path : L"";
-    }
-    dialog.Flags = OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
-    return GetOpenFileNameW(&dialog) ? path : L"";
-}
-
 void Reprint(HWND hDlg) {
     const PagePrinter printer = PrinterOf(hDlg);
     if (printer.state == nullptr) {
@@ -115,7 +91,7 @@ void Reprint(HWND hDlg) {
     }
     if (!PrintLastDocument(*WinPlatform().spooler, *WinPlatform().log.text, printer.name,
                            PrintFolder(*printer.state), printer.handle)) {
-        ShowError(hDlg, L"Impossible to send the last print");
+        ShowError(hDlg, "Impossible to send the last print");
     }
 }
 
@@ -127,10 +103,10 @@ void SaveLastDocument(HWND hDlg) {
     const std::wstring last =
         WidenAnsi(LastDocumentPath(PrintFolder(*printer.state), printer.state->printerName));
     if (GetFileAttributesW(last.c_str()) == INVALID_FILE_ATTRIBUTES) {
-        ShowError(hDlg, L"Impossible to open the file");
+        ShowError(hDlg, "Impossible to open the file");
         return;
     }
-    const std::wstring target = AskFile(hDlg, kSaveFilter, true);
+    const std::wstring target = AskFileToSave(hDlg, kSaveFilter, L"prn");
     if (!target.empty()) {
         CopyFileW(last.c_str(), target.c_str(), FALSE);
     }
@@ -143,16 +119,16 @@ void SendFile(HWND hDlg) {
     }
     Spooler& spooler = *WinPlatform().spooler;
     if (!IsPrinterOnline(spooler, printer.handle)) {
-        ShowError(hDlg, L"The printer is OFFLINE");
+        ShowError(hDlg, "The printer is OFFLINE");
         TheLog().Write(kLogError, kLogName, "Send file to printer error: Printer is Offline");
         return;
     }
-    const std::wstring path = AskFile(hDlg, kSendFilter, false);
+    const std::wstring path = AskFileToOpen(hDlg, kSendFilter);
     if (path.empty()) {
         return;
     }
     if (!SendFileToPrinter(spooler, NarrowAnsi(path), printer.handle, printer.name)) {
-        ShowError(hDlg, L"Impossible to send the file");
+        ShowError(hDlg, "Impossible to send the file");
         TheLog().Write(kLogError, kLogName, "Send file to printer error: Send to printer error");
     }
 }
@@ -193,7 +169,7 @@ void OnSourceChanged(HWND hDlg, const CommandControls& ids) {
 
 // A chosen file goes into the text box, whose change notification tells the sheet.
 void Browse(HWND hDlg, int textId) {
-    const std::wstring path = AskFile(hDlg, kSendFilter, false);
+    const std::wstring path = AskFileToOpen(hDlg, kSendFilter);
     if (!path.empty()) {
         WriteControlText(hDlg, textId, NarrowAnsi(path));
     }
@@ -249,10 +225,6 @@ ConsoleControls ReadControls(HWND hDlg) {
     };
 }
 
-bool PathExists(const std::string& path) {
-    return GetFileAttributesW(WidenAnsi(path).c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
 }  // namespace
 
 template <>
@@ -263,7 +235,7 @@ const PageDefinition& DefinitionOf<PageId::kConsole>() {
         {},
         Fill,
         OnCommand,
-        [](HWND hDlg) { return ValidateConsoleControls(ReadControls(hDlg), PathExists); },
+        [](HWND hDlg) { return Findings(ValidateConsoleControls(ReadControls(hDlg), PathExists)); },
         [](HWND hDlg, UiDeviceCommon& device) { StoreConsoleControls(device, ReadControls(hDlg)); },
     };
     return definition;

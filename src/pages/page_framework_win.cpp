@@ -5,7 +5,14 @@
 #include <cstring>
 #include <vector>
 
+#include "actions/raw_output.h"
+#include "actions/uni_bridge.h"
 #include "infra/log.h"
+#include "ports/platform_win.h"
+#include "settings/ui_device_common.h"
+
+// The lean Windows headers leave out the file dialogs.
+#include <commdlg.h>
 
 // The few GDI+ flat functions the pictures need. The C++ wrapper header drags in min/max
 // macros and classes this code does not use; the flat exports are plain C.
@@ -24,6 +31,7 @@ using GpBrush = void;
 GpStatus WINAPI GdiplusStartup(ULONG_PTR* token, const KivGdiplusStartupInput* input, void* output);
 void WINAPI GdiplusShutdown(ULONG_PTR token);
 GpStatus WINAPI GdipLoadImageFromStream(IStream* stream, GpImage** image);
+GpStatus WINAPI GdipLoadImageFromFile(const WCHAR* file, GpImage** image);
 GpStatus WINAPI GdipGetImageWidth(GpImage* image, UINT* width);
 GpStatus WINAPI GdipGetImageHeight(GpImage* image, UINT* height);
 GpStatus WINAPI GdipDisposeImage(GpImage* image);
@@ -50,9 +58,10 @@ constexpr INT kPixelFormat24bppRGB = 0x00021808;
 constexpr INT kInterpolationHighQualityBicubic = 7;
 constexpr DWORD kWhite = 0xFFFFFFFF;
 
-// Draws `image` over a white 24-bit canvas of its own size and hands the canvas out as an
-// HBITMAP on white.
-GpStatus RenderOnWhite(GpImage* image, INT canvasWidth, INT canvasHeight, HBITMAP* out) {
+// Draws `image` at `place` on a white 24-bit canvas and hands the canvas out as an HBITMAP on
+// white.
+GpStatus RenderOnWhite(GpImage* image, INT canvasWidth, INT canvasHeight,
+                       const PreviewPlacement& place, HBITMAP* out) {
     GpBitmap* canvas = nullptr;
     GpStatus status = GdipCreateBitmapFromScan0(canvasWidth, canvasHeight, 0, kPixelFormat24bppRGB,
                                                 nullptr, &canvas);
@@ -69,7 +78,7 @@ GpStatus RenderOnWhite(GpImage* image, INT canvasWidth, INT canvasHeight, HBITMA
             GdipDeleteBrush(white);
         }
         GdipSetInterpolationMode(graphics, kInterpolationHighQualityBicubic);
-        status = GdipDrawImageRectI(graphics, image, 0, 0, canvasWidth, canvasHeight);
+        status = GdipDrawImageRectI(graphics, image, place.x, place.y, place.width, place.height);
         GdipDeleteGraphics(graphics);
     }
     if (status == kGdipOk) {
@@ -270,7 +279,7 @@ HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeNa
         } else {
             const INT w = static_cast<INT>(width);
             const INT h = static_cast<INT>(height);
-            status = RenderOnWhite(image, w, h, &bitmap);
+            status = RenderOnWhite(image, w, h, PreviewPlacement{w, h, 0, 0}, &bitmap);
         }
         GdipDisposeImage(image);
     }
@@ -292,6 +301,110 @@ void ReleasePicture(HWND hDlg, int pictureId) {
         SendDlgItemMessageW(hDlg, pictureId, STM_SETIMAGE, IMAGE_BITMAP, 0));
     if (previous != nullptr) {
         DeleteObject(previous);
+    }
+}
+
+HBITMAP LoadPreviewBitmap(const std::string& path, int boxWidth, int boxHeight) {
+    const std::wstring widePath = WidenAnsi(path);
+    if (widePath.empty() || GetFileAttributesW(widePath.c_str()) == INVALID_FILE_ATTRIBUTES ||
+        boxWidth <= 0 || boxHeight <= 0) {
+        return nullptr;
+    }
+    GdiplusSession session;
+    GpImage* image = nullptr;
+    if (!session.Started() || GdipLoadImageFromFile(widePath.c_str(), &image) != kGdipOk ||
+        image == nullptr) {
+        return nullptr;
+    }
+    UINT width = 0;
+    UINT height = 0;
+    GdipGetImageWidth(image, &width);
+    GdipGetImageHeight(image, &height);
+    HBITMAP bitmap = nullptr;
+    GpStatus status = kGdipGenericError;
+    if (std::optional<PreviewPlacement> place = FitPreview(boxWidth, boxHeight, width, height)) {
+        status = RenderOnWhite(image, boxWidth, boxHeight, *place, &bitmap);
+    }
+    GdipDisposeImage(image);
+    return status == kGdipOk ? bitmap : nullptr;
+}
+
+void ShowPreview(HWND hDlg, int pictureId, const std::string& path) {
+    RECT box{};
+    HWND picture = GetDlgItem(hDlg, pictureId);
+    if (picture == nullptr || !GetClientRect(picture, &box)) {
+        return;
+    }
+    HBITMAP bitmap = LoadPreviewBitmap(path, box.right - box.left, box.bottom - box.top);
+    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
+        SendMessageW(picture, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
+    if (previous != nullptr && previous != bitmap) {
+        DeleteObject(previous);
+    }
+}
+
+bool PathExists(const std::string& path) {
+    return GetFileAttributesW(WidenAnsi(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+namespace {
+
+std::wstring AskFile(HWND hDlg, const wchar_t* filter, const wchar_t* saveExtension) {
+    wchar_t path[MAX_PATH] = {};
+    OPENFILENAMEW dialog = {};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = hDlg;
+    dialog.lpstrFilter = filter;
+    dialog.lpstrFile = path;
+    dialog.nMaxFile = MAX_PATH;
+    if (saveExtension != nullptr) {
+        dialog.lpstrDefExt = saveExtension;
+        dialog.Flags = OFN_PATHMUSTEXIST;
+        return GetSaveFileNameW(&dialog) ? path : L"";
+    }
+    dialog.Flags = OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
+    return GetOpenFileNameW(&dialog) ? path : L"";
+}
+
+}  // namespace
+
+std::wstring AskFileToOpen(HWND hDlg, const wchar_t* filter) {
+    return AskFile(hDlg, filter, nullptr);
+}
+
+std::wstring AskFileToSave(HWND hDlg, const wchar_t* filter, const wchar_t* extension) {
+    return AskFile(hDlg, filter, extension);
+}
+
+void ShowPageError(HWND hDlg, PageId page, const std::string& message) {
+    const std::wstring text = WidenAnsi(message);
+    const std::wstring title = WidenAnsi(PanelTitle(page));
+    MessageBoxW(hDlg, text.c_str(), title.c_str(), MB_OK | MB_ICONERROR);
+}
+
+void PrintPreview(HWND hDlg, PageId page, PreviewRender render, const char* failed) {
+    OemUiState* state = PageState(hDlg);
+    if (state == nullptr || state->device == nullptr) {
+        return;
+    }
+    const Platform& platform = WinPlatform();
+    const PrinterHandle printer = PagePrinterHandle(*state);
+    UniExportedFunctions bridge({*platform.spooler, *platform.modules, *platform.versions}, printer,
+                                state->printerName);
+    const PreviewPaper paper{static_cast<uint32_t>(state->paperWidthDots),
+                             static_cast<uint32_t>(state->paperLengthDots),
+                             static_cast<uint32_t>(state->device->GetModelNumber())};
+    const PreviewSend sent = SendPreviewData(*platform.spooler, printer, state->printerNameWide,
+                                             [&] { return render(hDlg, bridge, paper); });
+    const PageNames names = NamesOf(page);
+    const char* logName = names.logName.c_str();
+    if (sent == PreviewSend::kOffline) {
+        TheLog().Write(kLogError, logName, "Print preview error: Printer is Offline");
+        ShowPageError(hDlg, page, "The printer is OFFLINE");
+    } else if (sent != PreviewSend::kSent) {
+        TheLog().Write(kLogError, logName, "Print preview error: %s",
+                       sent == PreviewSend::kNoData ? "no data" : "Send to printer error");
+        ShowPageError(hDlg, page, failed);
     }
 }
 

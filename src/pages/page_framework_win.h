@@ -6,9 +6,11 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "pages/label_tables.h"
 #include "pages/page_view.h"
+#include "ports/spooler.h"
 #include "session/page_context_win.h"
 #include "win/text_win.h"
 #include "win/windows_headers_win.h"
@@ -85,7 +87,15 @@ struct HelpRow {
 };
 struct TrackbarRow {
     int trackbar;
-    int label;  // rewritten with TrackbarLabel when the user moves the trackbar
+    int label;  // rewritten when the user moves the trackbar
+    std::string (*text)(int position) = TrackbarLabel;
+};
+// An image file the page names in an edit: Browse fills the edit, and the picture shows the
+// file as it stands in the edit.
+struct PreviewRow {
+    int path;
+    int browse;
+    int picture;
 };
 struct PageDefinition {
     std::span<const PictureRow> pictures;
@@ -99,17 +109,42 @@ struct PageDefinition {
     bool (*onCommand)(HWND hDlg, int controlId, int code);
     // Apply: the first failure of the page's controls, then their values into the device.
     // Either may be null for a page that checks or keeps nothing.
-    std::optional<ValidationFailure> (*validate)(HWND hDlg);
+    ValidationFindings (*validate)(HWND hDlg);
     void (*store)(HWND hDlg, UiDeviceCommon& device);
     // A click on one of the page's pictures (a static control with notification); may be null.
     void (*onPictureClick)(HWND hDlg, int pictureId) = nullptr;
+    std::span<const PreviewRow> previews = {};
 };
+
+// What an image path edit hands back: 255 characters and the terminator.
+inline constexpr int kImagePathChars = 256;
+// An image file fitted into a box of the given size, on white; null on any failure.
+HBITMAP LoadPreviewBitmap(const std::string& path, int boxWidth, int boxHeight);
+// Shows the file in a picture control, fitted to the control; an empty picture without one.
+void ShowPreview(HWND hDlg, int pictureId, const std::string& path);
+bool PathExists(const std::string& path);
+
+// The file dialogs; an empty path when the user cancels.
+std::wstring AskFileToOpen(HWND hDlg, const wchar_t* filter);
+std::wstring AskFileToSave(HWND hDlg, const wchar_t* filter, const wchar_t* extension);
+
+// Shows a page's error message, titled with the page's name.
+void ShowPageError(HWND hDlg, PageId page, const std::string& message);
+
+class UniExportedFunctions;
+// What an image page asks the rendering module for, from its controls.
+using PreviewRender = std::vector<uint8_t> (*)(HWND hDlg, UniExportedFunctions& bridge,
+                                               const PreviewPaper& paper);
+// The print preview of an image page: the printer must be online, then the rendering module's
+// data for what the page shows goes out as a "data" job. `failed` is the page's message when
+// nothing could be printed.
+void PrintPreview(HWND hDlg, PageId page, PreviewRender render, const char* failed);
 
 // `text` on the clipboard as 8-bit text (CF_TEXT, in a movable block); false on any failure.
 bool CopyTextToClipboard(HWND owner, const std::string& text);
 
-// Each built page's _win file defines the specialisation for its id; a catalog row marked built
-// without one fails to link.
+// Each page's _win file defines the specialisation for its id; a catalog row without one fails
+// to link.
 template <PageId kPage>
 const PageDefinition& DefinitionOf();
 
@@ -117,7 +152,25 @@ const PageDefinition& DefinitionOf();
 // reaches; null before the page's first WM_INITDIALOG or without one.
 PageContext* PageContextOf(HWND hDlg);
 UiDeviceCommon* PageDevice(HWND hDlg);
+OemUiState* PageState(HWND hDlg);
 
-// The definition and the dialog procedure of a built page; null for a page not built yet.
+// While it lives, the page's control changes are not the user's: a page that shows other
+// values in its own controls (the Logos page's slots) does not light the sheet's Apply.
+class FillingScope {
+  public:
+    explicit FillingScope(HWND hDlg);
+    ~FillingScope();
+    FillingScope(const FillingScope&) = delete;
+    FillingScope& operator=(const FillingScope&) = delete;
+
+  private:
+    PageContext* context_;
+    uint8_t was_ = 0;
+};
+
+// The framework's printer handle for a page, or kNoPrinterHandle when it gave none.
+PrinterHandle PagePrinterHandle(const OemUiState& state);
+
+// The definition and the dialog procedure of a page; null for an id past the catalog.
 const PageDefinition* FindPageDefinition(PageId page);
 DLGPROC PageProcedureOf(PageId page);

@@ -88,12 +88,12 @@ PeripheralsControls ReadControls(HWND hDlg) {
     };
 }
 
-std::optional<ValidationFailure> Validate(HWND hDlg) {
+ValidationFindings Validate(HWND hDlg) {
     const UiDeviceCommon* device = PageDevice(hDlg);
     if (device == nullptr) {
-        return std::nullopt;
+        return {};
     }
-    return ValidatePeripheralsControls(*device, ReadControls(hDlg));
+    return Findings(ValidatePeripheralsControls(*device, ReadControls(hDlg)));
 }
 
 }  // namespace

@@ -183,12 +183,12 @@ PresentationControls ReadControls(HWND hDlg) {
     };
 }
 
-std::optional<ValidationFailure> Validate(HWND hDlg) {
+ValidationFindings Validate(HWND hDlg) {
     const UiDeviceCommon* device = PageDevice(hDlg);
     if (device == nullptr) {
-        return std::nullopt;
+        return {};
     }
-    return ValidatePresentationControls(*device, PortFlagsOf(hDlg), ReadControls(hDlg));
+    return Findings(ValidatePresentationControls(*device, PortFlagsOf(hDlg), ReadControls(hDlg)));
 }
 
 }  // namespace

@@ -83,7 +83,7 @@ const PageDefinition& DefinitionOf<PageId::kPrintAdjust>() {
         {},
         Fill,
         OnCommand,
-        [](HWND hDlg) { return ValidatePrintAdjustControls(ReadControls(hDlg)); },
+        [](HWND hDlg) { return Findings(ValidatePrintAdjustControls(ReadControls(hDlg))); },
         [](HWND hDlg, UiDeviceCommon& device) {
             StorePrintAdjustControls(device, ReadControls(hDlg));
         },

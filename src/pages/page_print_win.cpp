@@ -91,7 +91,7 @@ const PageDefinition& DefinitionOf<PageId::kPrint>() {
         kTrackbars,
         Fill,
         OnCommand,
-        [](HWND hDlg) { return ValidatePrintControls(ReadControls(hDlg)); },
+        [](HWND hDlg) { return Findings(ValidatePrintControls(ReadControls(hDlg))); },
         [](HWND hDlg, UiDeviceCommon& device) { StorePrintControls(device, ReadControls(hDlg)); },
     };
     return definition;

@@ -1,4 +1,4 @@
-// The one dialog procedure of every document page, and the lookup of the built pages.
+// The one dialog procedure of every document page, and the lookup of the pages.
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -69,10 +69,35 @@ void NotifyChanged(HWND hDlg) {
     SendMessageW(GetParent(hDlg), PSM_CHANGED, reinterpret_cast<WPARAM>(hDlg), 0);
 }
 
+constexpr wchar_t kImageFilter[] =
+    L"Image files (*.bmp;*.png;*.jpg;*.jpeg;*.gif;*.tif;*.tiff)\0"
+    L"*.bmp;*.png;*.jpg;*.jpeg;*.gif;*.tif;*.tiff\0All files (*.*)\0*.*\0";
+
+// Browse puts the chosen file into the edit, whose change then redraws the preview and counts
+// as the user's change; the preview follows the edit even while the page fills.
+bool OnPreviewCommand(HWND hDlg, const PageDefinition& definition, int id, int code) {
+    for (const PreviewRow& row : definition.previews) {
+        if (id == row.browse && code == BN_CLICKED) {
+            const std::wstring path = AskFileToOpen(hDlg, kImageFilter);
+            if (!path.empty()) {
+                WriteControlText(hDlg, row.path, NarrowAnsi(path));
+            }
+            return true;
+        }
+        if (id == row.path && code == EN_CHANGE) {
+            ShowPreview(hDlg, row.picture, ReadControlText(hDlg, row.path, kImagePathChars));
+        }
+    }
+    return false;
+}
+
 void OnCommand(HWND hDlg, const PageDefinition& definition, const PageContext* context,
                WPARAM wParam) {
     const int id = LOWORD(wParam);
     const int code = HIWORD(wParam);
+    if (OnPreviewCommand(hDlg, definition, id, code)) {
+        return;
+    }
     for (const HelpRow& row : definition.helps) {
         if (row.icon == id) {
             if (code == STN_CLICKED) {
@@ -103,7 +128,7 @@ void OnHScroll(HWND hDlg, const PageDefinition& definition, LPARAM lParam) {
     const int id = trackbar != nullptr ? GetDlgCtrlID(trackbar) : 0;
     for (const TrackbarRow& row : definition.trackbars) {
         if (row.trackbar == id) {
-            WriteControlText(hDlg, row.label, TrackbarLabel(TrackbarPosition(hDlg, id)));
+            WriteControlText(hDlg, row.label, row.text(TrackbarPosition(hDlg, id)));
             NotifyChanged(hDlg);
             return;
         }
@@ -116,6 +141,9 @@ void ReleasePictures(HWND hDlg, const PageDefinition& definition) {
     }
     for (const HelpRow& row : definition.helps) {
         ReleasePicture(hDlg, row.icon);
+    }
+    for (const PreviewRow& row : definition.previews) {
+        ReleasePicture(hDlg, row.picture);
     }
 }
 
@@ -159,29 +187,20 @@ INT_PTR CALLBACK PageDialogProc(HWND hDlg, UINT message, WPARAM wParam, LPARAM l
     });
 }
 
-struct BuiltPage {
-    DLGPROC procedure = nullptr;
-    const PageDefinition& (*definition)() = nullptr;
+struct CatalogPage {
+    DLGPROC procedure;
+    const PageDefinition& (*definition)();
 };
 
-// Only rows marked built reach DefinitionOf, so a page not built yet needs no definition.
-template <size_t kIndex>
-constexpr BuiltPage BuiltPageAt() {
-    constexpr PageId page = static_cast<PageId>(kIndex);
-    if constexpr (kPageCatalog[kIndex].built) {
-        return BuiltPage{&PageDialogProc<page>, &DefinitionOf<page>};
-    } else {
-        return BuiltPage{};
-    }
-}
-
+// Every catalog row needs its page's DefinitionOf: a row without one fails to link.
 template <size_t... kIndex>
-constexpr std::array<BuiltPage, kPageCount> MakeBuiltPages(std::index_sequence<kIndex...>) {
-    return {BuiltPageAt<kIndex>()...};
+constexpr std::array<CatalogPage, kPageCount> MakePages(std::index_sequence<kIndex...>) {
+    return {CatalogPage{&PageDialogProc<static_cast<PageId>(kIndex)>,
+                        &DefinitionOf<static_cast<PageId>(kIndex)>}...};
 }
 
-constexpr std::array<BuiltPage, kPageCount> kBuiltPages =
-    MakeBuiltPages(std::make_index_sequence<kPageCount>());
+constexpr std::array<CatalogPage, kPageCount> kPages =
+    MakePages(std::make_index_sequence<kPageCount>());
 
 }  // namespace
 
@@ -189,18 +208,40 @@ PageContext* PageContextOf(HWND hDlg) {
     return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
 }
 
-UiDeviceCommon* PageDevice(HWND hDlg) {
+FillingScope::FillingScope(HWND hDlg) : context_(PageContextOf(hDlg)) {
+    if (context_ != nullptr) {
+        was_ = context_->filling;
+        context_->filling = 1;
+    }
+}
+
+FillingScope::~FillingScope() {
+    if (context_ != nullptr) {
+        context_->filling = was_;
+    }
+}
+
+OemUiState* PageState(HWND hDlg) {
     PageContext* context = PageContextOf(hDlg);
-    return context != nullptr && context->pOemUiState != nullptr
-               ? context->pOemUiState->device.get()
-               : nullptr;
+    return context != nullptr ? context->pOemUiState : nullptr;
+}
+
+UiDeviceCommon* PageDevice(HWND hDlg) {
+    OemUiState* state = PageState(hDlg);
+    return state != nullptr ? state->device.get() : nullptr;
+}
+
+PrinterHandle PagePrinterHandle(const OemUiState& state) {
+    return state.hPrinter != nullptr ? reinterpret_cast<PrinterHandle>(state.hPrinter)
+                                     : kNoPrinterHandle;
 }
 
 const PageDefinition* FindPageDefinition(PageId page) {
-    const BuiltPage& built = kBuiltPages[static_cast<size_t>(page)];
-    return built.definition != nullptr ? &built.definition() : nullptr;
+    const size_t index = static_cast<size_t>(page);
+    return index < kPageCount ? &kPages[index].definition() : nullptr;
 }
 
 DLGPROC PageProcedureOf(PageId page) {
-    return kBuiltPages[static_cast<size_t>(page)].procedure;
+    const size_t index = static_cast<size_t>(page);
+    return index < kPageCount ? kPages[index].procedure : nullptr;
 }

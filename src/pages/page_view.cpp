@@ -2,6 +2,7 @@
 #include "pages/page_view.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include "infra/text_format.h"
 
@@ -51,6 +52,25 @@ uint16_t SelectedValue(std::span<const uint16_t> values, int selection) {
     return EntryAt(values, selection);
 }
 
+ValidationFindings Findings(std::optional<ValidationFailure> failure) {
+    ValidationFindings findings;
+    if (failure) {
+        findings.push_back(std::move(*failure));
+    }
+    return findings;
+}
+
+std::optional<ValidationFailure> CheckImagePath(const std::string& path, const FileExists& exists,
+                                                PageId page, const ImagePathCheck& check) {
+    if (path.empty()) {
+        return ValidationFailure{check.emptyMessage, page, check.emptyLog};
+    }
+    if (!exists(path)) {
+        return ValidationFailure{check.missingQuestion, page, check.missingLog, true};
+    }
+    return std::nullopt;
+}
+
 std::string PanelTitle(PageId page) {
     return Format("\"%s\" Panel ", CatalogRow(page).title);
 }
@@ -76,4 +96,20 @@ bool ParseIntegerText(std::string_view text, long* value) {
     }
     *value = parsed;
     return true;
+}
+
+std::optional<PreviewPlacement> FitPreview(int boxWidth, int boxHeight, uint32_t imageWidth,
+                                           uint32_t imageHeight) {
+    if (imageWidth == 0 || imageHeight == 0) {
+        return std::nullopt;
+    }
+    const double ratioW = static_cast<double>(boxWidth) / imageWidth;
+    const double ratioH = static_cast<double>(boxHeight) / imageHeight;
+    const double scale = ratioH > ratioW ? ratioW : ratioH;
+    PreviewPlacement placement{};
+    placement.width = static_cast<int>(imageWidth * scale);
+    placement.height = static_cast<int>(imageHeight * scale);
+    placement.x = (boxWidth - placement.width) >> 1;
+    placement.y = (boxHeight - placement.height) >> 1;
+    return placement;
 }

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "pages/label_tables.h"
 #include "pages/page_catalog.h"
@@ -35,12 +37,30 @@ uint8_t TrackbarByte(int position);
 uint8_t SelectedValue(std::span<const uint8_t> values, int selection);
 uint16_t SelectedValue(std::span<const uint16_t> values, int selection);
 
-// The page a failed check names, the text the user reads and the line the log keeps.
+// The page a failed check names, the text the user reads and the line the log keeps. A
+// question is asked with Yes and No: Yes lets the check go on, any other answer fails it.
 struct ValidationFailure {
     std::string message;
     PageId page;
     std::string logLine;
+    bool question = false;
 };
+// What a page's check found, in the order the user hears it: questions, then at most one
+// failure, which ends the check.
+using ValidationFindings = std::vector<ValidationFailure>;
+ValidationFindings Findings(std::optional<ValidationFailure> failure);
+
+using FileExists = std::function<bool(const std::string& path)>;
+
+// An enabled image's path: empty is a failure, a file that does not exist a question.
+struct ImagePathCheck {
+    const char* emptyMessage;
+    std::string emptyLog;
+    const char* missingQuestion;
+    std::string missingLog;
+};
+std::optional<ValidationFailure> CheckImagePath(const std::string& path, const FileExists& exists,
+                                                PageId page, const ImagePathCheck& check);
 // The message-box title for a page: its name in double quotes, then " Panel ".
 std::string PanelTitle(PageId page);
 
@@ -48,3 +68,23 @@ std::string PanelTitle(PageId page);
 std::string_view LimitText(std::string_view text, size_t limit);
 // Non-empty, starting with a digit or a sign, and wholly consumed by a base-10 conversion.
 bool ParseIntegerText(std::string_view text, long* value);
+
+// The paper and the model a print preview is rendered for.
+struct PreviewPaper {
+    uint32_t widthDots;
+    uint32_t lengthDots;
+    uint32_t modelNumber;
+};
+
+// Where a scaled image lands inside a preview box.
+struct PreviewPlacement {
+    int width;
+    int height;
+    int x;
+    int y;
+    bool operator==(const PreviewPlacement&) const = default;
+};
+// Fits the image into the box keeping its aspect ratio (small images grow), centred. No
+// placement for an image without width or height.
+std::optional<PreviewPlacement> FitPreview(int boxWidth, int boxHeight, uint32_t imageWidth,
+                                           uint32_t imageHeight);

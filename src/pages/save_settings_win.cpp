@@ -21,11 +21,16 @@ HWND VisitedPage(const PageContext& context, PageId page) {
 
 }  // namespace
 
-void ReportValidationFailure(HWND hDlg, const ValidationFailure& failure) {
-    TheLog().Write(kLogError, kValidateName, "%s", failure.logLine.c_str());
-    std::wstring message = WidenAnsi(failure.message);
-    std::wstring title = WidenAnsi(PanelTitle(failure.page));
+bool ReportValidationFinding(HWND hDlg, const ValidationFailure& finding) {
+    TheLog().Write(kLogError, kValidateName, "%s", finding.logLine.c_str());
+    std::wstring message = WidenAnsi(finding.message);
+    std::wstring title = WidenAnsi(PanelTitle(finding.page));
+    if (finding.question) {
+        return MessageBoxW(hDlg, message.c_str(), title.c_str(), MB_YESNO | MB_ICONQUESTION) ==
+               IDYES;
+    }
     MessageBoxW(hDlg, message.c_str(), title.c_str(), MB_OK | MB_ICONERROR);
+    return false;
 }
 
 BOOL ValidateDeviceInfoFromUI(PageContext* context, OemUiState* state) {
@@ -43,9 +48,10 @@ BOOL ValidateDeviceInfoFromUI(PageContext* context, OemUiState* state) {
         if (definition->validate == nullptr) {
             continue;
         }
-        if (std::optional<ValidationFailure> failure = definition->validate(hDlg)) {
-            ReportValidationFailure(hDlg, *failure);
-            return trace.Return(FALSE);
+        for (const ValidationFailure& finding : definition->validate(hDlg)) {
+            if (!ReportValidationFinding(hDlg, finding)) {
+                return trace.Return(FALSE);
+            }
         }
     }
     return trace.Return(TRUE);

@@ -16,5 +16,6 @@ void UpdateDeviceInfoFromUI(PageContext* context, OemUiState* state);
 LONG SaveSettingsPublicDM(PageContext* context, OemUiState* state, OemDevPayload* recordBody,
                           POEMCUIPPARAM parameters);
 
-// The message box and the log line of a failed check, owned by the page's dialog.
-void ReportValidationFailure(HWND hDlg, const ValidationFailure& failure);
+// The log line and the message box of a check's finding, owned by the page's dialog: true when
+// the finding is a question answered Yes.
+bool ReportValidationFinding(HWND hDlg, const ValidationFailure& finding);

@@ -1,10 +1,14 @@
-// Tests of the real spooler, module loader, version and local-machine registry ports under Wine.
+// Tests of the real spooler, module loader, version and local-machine registry ports under Wine,
+// and of the rendering bridge over them with the installed stand-in module.
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "actions/raw_output_win.h"
+#include "actions/uni_bridge.h"
+#include "fake_log_ports.h"
 #include "host_run_win.h"
+#include "standin_stream_win.h"
 #include "infra/config.h"
 #include "ports/platform_win.h"
 #include "win/text_win.h"
@@ -16,35 +20,46 @@ class PortsWin : public HostTestBase {
     PortsWin() : HostTestBase(L"PortsWin") {}
 };
 
-TEST_F(PortsWin, DriverQuestionsThroughTheSpooler) {
+// The driver's files lead the bridge to the installed stand-in, whose stream shows the arguments.
+TEST_F(PortsWin, TheBridgeOverTheRealPortsCallsTheInstalledStandIn) {
     const std::wstring printer = NewPrinter(L"J7");
     WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
                            dir_ + L"\\" + SafeFileName(printer) + L".prn"};
     WinePrinterInfo info;
     std::wstring error;
     ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
-
-    Spooler& spooler = *WinPlatform().spooler;
+    const Platform& platform = WinPlatform();
     PrinterHandle h = kNoPrinterHandle;
-    EXPECT_FALSE(spooler.OpenPrinterByName(u"KIV no such printer", &h));
-    ASSERT_TRUE(spooler.OpenPrinterByName(U16FromWide(printer), &h));
+    EXPECT_FALSE(platform.spooler->OpenPrinterByName(u"KIV no such printer", &h));
+    ASSERT_TRUE(platform.spooler->OpenPrinterByName(U16FromWide(printer), &h));
     PrinterDriverInfo driver;
-    ASSERT_TRUE(spooler.DriverInfo(h, &driver));
+    ASSERT_TRUE(platform.spooler->DriverInfo(h, &driver));
     EXPECT_NE(driver.dataFile.find("KIV_J7.GPD"), std::string::npos) << driver.dataFile;
-    std::string plugin;
-    for (const std::string& file : driver.dependentFiles)
-        plugin = file.find("KivUI.dll") != std::string::npos ? file : plugin;
-    EXPECT_TRUE(spooler.ClosePrinter(h));
+    const std::string module = GetUniDriverPath(*platform.spooler, *platform.versions, h);
+    EXPECT_TRUE(module.ends_with("\\3\\KivUniStandIn.dll")) << module;
 
-    // The installed plug-in module: loaded by path, an export found, freed again.
-    ASSERT_FALSE(plugin.empty());
-    ModuleLoader& modules = *WinPlatform().modules;
-    const ModuleHandle module = modules.Load(plugin);
-    ASSERT_NE(0u, module);
-    EXPECT_NE(nullptr, modules.Find(module, "DllGetClassObject"));
-    EXPECT_EQ(nullptr, modules.Find(module, "GetBufferPrintLogoNVRAM"));
-    modules.Free(module);
-    EXPECT_EQ(0u, modules.Load(plugin + ".missing"));
+    const std::string image = Narrow(dir_) + "\\pattern.bmp";
+    const std::string bits = WritePatternBmp(image);
+
+    ScopedTestLog log;
+    UniExportedFunctions bridge({*platform.spooler, *platform.modules, *platform.versions}, h,
+                                "KIV P");
+    const auto Text = [](const std::vector<uint8_t>& bytes) {
+        return std::string(bytes.begin(), bytes.end());
+    };
+    EXPECT_EQ(StandInHead(1, "KIV P") + Le32(3) + '\x02',
+              Text(bridge.GetBuffer_PrintLogoNVRAM(3, 2)));
+    EXPECT_EQ(StandInHead(3, "KIV P") + StandInText(image) + Le32(576) + Le32(418) + '\x01' +
+                  '\x02' + bits,
+              Text(bridge.GetBuffer_PrintCouponFILE({image, 576, 418, 1, 2})));
+    EXPECT_EQ(StandInHead(4, "KIV P") + StandInText(image) + Le32(576) + Le32(1200) + Le32(418) +
+                  '\x01' + '\x03' + '\x21' + Le32(150) + bits,
+              Text(bridge.GetBuffer_PrintWatermarkFILE({image, 576, 1200, 418, 1, 3, 0x21, 150})));
+    // A file the module cannot decode is its failure, not an empty stream.
+    EXPECT_TRUE(bridge.GetBuffer_PrintLogoFILE({image + ".missing", 576, 418, 0, 0}).empty());
+    EXPECT_EQ("UNI file path: " + module, log.Messages().front());
+    EXPECT_EQ("Error. Buffer of the function is 0", log.Messages().back());
+    EXPECT_TRUE(platform.spooler->ClosePrinter(h));
 }
 
 TEST(PortsWinPrivilege, KnownPrivilegeOnOwnTokenUnknownNameRefused) {

@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "../../resources/resource.h"
 #include "host_run_win.h"
+#include "standin_stream_win.h"
 
 #include <wincrypt.h>
 
@@ -179,6 +181,13 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
          nullptr, nullptr},
         {L"TRX430ATF", L"--page Accessories --select 1126=2", nullptr, nullptr, "feeder",
          "PRN_PROP_FEEDER_2"},
+        {kCut, L"--page Watermark --click 1005", "\"Watermark\" Panel ",
+         "The path of the watermark image file is empty", nullptr, nullptr},
+        // The question answered No.
+        {kCut, L"--page Coupon --click 1042 --set 1047=C:\\gone.png", "\"Coupon\" Panel ",
+         "The path of the coupon image file is wrong or the file doesn't exist. Do you want to "
+         "continue to save this value?",
+         nullptr, nullptr},
     };
     std::map<std::wstring, std::wstring> printers;
     for (const Case& c : cases) {
@@ -301,9 +310,73 @@ TEST_F(SheetWin, ScreenshotsGiveOnePngPerPageWithEveryPictureLoaded) {
         EXPECT_GT((static_cast<uint8_t>(png[18]) << 8) | static_cast<uint8_t>(png[19]), 300);
         EXPECT_GT((static_cast<uint8_t>(png[22]) << 8) | static_cast<uint8_t>(png[23]), 300);
     }
-    // Every picture control of every page got its bitmap.
-    EXPECT_EQ(titles.size(), DumpsOf(run.output).size());
-    EXPECT_FALSE(Contains(run.output, "bitmap=none")) << run.output;
+    // Every picture control of every page got its bitmap, but an image preview with no file.
+    const std::vector<ControlDump> dumps = DumpsOf(run.output);
+    EXPECT_EQ(titles.size(), dumps.size());
+    for (const ControlDump& dump : dumps) {
+        for (const auto& [id, line] : dump.controls) {
+            const bool preview =
+                id == IDC_WATERMARK_PREVIEW || id == IDC_COUPON_PREVIEW || id == IDC_LOGOS_PREVIEW;
+            EXPECT_TRUE(preview || !Contains(line, "bitmap=none")) << line;
+        }
+    }
+}
+
+// A print preview puts the rendering module's stream for the page's values into the port file;
+// a missing logo file is a question whose Yes keeps the path; the values and every logo slot
+// come back at the next opening.
+TEST_F(SheetWin, ImagePagesPreviewThroughTheRenderingModuleAndKeepTheirValues) {
+    const std::wstring model = L"TRX418A CUT", printer = NewPrinter(model);
+    const std::string name = Narrow(printer);
+    wchar_t port[MAX_PATH];
+    ExpandEnvironmentStringsW(
+        (L"%LOCALAPPDATA%\\KivHost\\" + SafeFileName(printer) + L".prn").c_str(), port, MAX_PATH);
+    const std::wstring image = dir_ + L"\\pattern.bmp", gone = dir_ + L"\\gone.bmp";
+    const std::string bits = WritePatternBmp(Narrow(image));
+
+    // Watermark: under (the default), tiled in columns, centred, brightness as it is.
+    HostRun run = Sheet(printer, model,
+                        L"--page Watermark --click 1005 --set 1011=" + image +
+                            L" --select 1009=3 --select 1010=4 --click 1168 --press cancel");
+    ASSERT_EQ(0u, run.exitCode) << run.output;
+    std::string stream = ReadFileText(port);
+    const std::string head = StandInHead(4, name) + StandInText(Narrow(image));
+    const std::string tail = std::string("\x01\x03\x22") + Le32(100) + bits;
+    EXPECT_EQ(head.size() + 12 + tail.size(), stream.size());  // paper and model in between
+    EXPECT_EQ(0u, stream.rfind(head, 0));
+    EXPECT_TRUE(stream.ends_with(tail));
+    EXPECT_TRUE(Contains(ReadFileText(LogPath(printer)), "UNI file path: "));
+
+    // Logos: the printer's logo 5 on the right; another slot from a file that is not there.
+    run = Sheet(printer, model,
+                L"--answer yes --page Logos --select 1162=1 --click 1164 --select 1168=4 "
+                L"--select 1176=2 --click 1177 --select 1162=3 --click 1164 --select 1166=1 "
+                L"--set 1170=" +
+                    gone + L" --page Coupon --click 1042 --set 1047=" + image +
+                    L" --select 1050=2 --press ok");
+    ASSERT_EQ(0u, run.exitCode) << run.output;
+    EXPECT_EQ(StandInHead(1, name) + Le32(5) + '\x02', ReadFileText(port));
+    const std::vector<std::string> boxes = LinesStarting(run.output, "MESSAGEBOX ");
+    ASSERT_EQ(1u, boxes.size()) << run.output;
+    EXPECT_EQ(
+        "The field of the logo file is wrong or the file doesn't exist. Do you want to "
+        "continue to save this value?",
+        ValueAfter(boxes[0], "text"));
+    EXPECT_TRUE(Contains(run.output, "devmode     : written")) << run.output;
+
+    run = Sheet(printer, model,
+                L"--page Logos --select 1162=1 --dump-controls --select 1162=3 --dump-controls "
+                L"--page Coupon --dump-controls --press cancel");
+    const std::vector<ControlDump> dumps = DumpsOf(run.output);
+    ASSERT_EQ(3u, dumps.size()) << run.output;
+    EXPECT_EQ("1", dumps[0].Attr(IDC_LOGOS_ENABLE, "checked"));
+    EXPECT_EQ("5", dumps[0].Attr(IDC_LOGOS_NUMBER, "text"));
+    EXPECT_EQ("Right", dumps[0].Attr(IDC_LOGOS_ALIGN, "text"));
+    EXPECT_EQ("File", dumps[1].Attr(IDC_LOGOS_SOURCE, "text"));
+    EXPECT_EQ(Narrow(gone), dumps[1].Attr(IDC_LOGOS_PATH, "text"));
+    EXPECT_EQ(Narrow(image), dumps[2].Attr(IDC_COUPON_PATH, "text"));
+    EXPECT_EQ("3", dumps[2].Attr(IDC_COUPON_COPIES, "text"));
+    EXPECT_NE("none", dumps[2].Attr(IDC_COUPON_PREVIEW, "bitmap"));
 }
 
 // The Console's actions reach Wine's spooler and the print folder, where the host's job left

@@ -11,6 +11,8 @@ constexpr wchar_t kConfigModule[] = L"KivDrvCfg.dll";
 constexpr wchar_t kPluginModule[] = L"KivUI.dll";
 constexpr wchar_t kPluginIni[] = L"KivUI.ini";
 constexpr wchar_t kCommonGpd[] = L"KIV_COMMON.GPD";
+// The rendering module's stand-in, so the preview buttons find a module to call.
+constexpr wchar_t kUniStandIn[] = L"KivUniStandIn.dll";
 constexpr wchar_t kPortsKey[] = L"Software\\Microsoft\\Windows NT\\CurrentVersion\\Ports";
 // Wine's spooler writes a job for a port named here into the Unix file given as the value.
 constexpr wchar_t kWineSpoolerKey[] = L"Software\\Wine\\Printing\\Spooler";
@@ -175,10 +177,32 @@ struct DriverFiles {
     std::wstring plugin;  // KivUI.dll
     std::wstring ini;     // KivUI.ini
     std::wstring common;  // KIV_COMMON.GPD
+    std::wstring uni;     // KivUniStandIn.dll
+
+    std::vector<const std::wstring*> All() const {
+        return {&config, &data, &plugin, &ini, &common, &uni};
+    }
+    // The dependent file names, each ended by '|' (by a NUL in DRIVER_INFO_3W).
+    std::wstring DependentNames() const {
+        std::wstring names;
+        for (const std::wstring* p : {&plugin, &ini, &common, &uni})
+            names += FilePart(*p) + L'|';
+        return names;
+    }
 };
 
+// The installed driver's dependent file names in the same form, so a driver installed before
+// the list changed is installed afresh.
+std::wstring DependentNamesOf(const DRIVER_INFO_3W& driver) {
+    std::wstring names;
+    for (const wchar_t* file = driver.pDependentFiles; file != nullptr && *file != L'\0';
+         file += wcslen(file) + 1)
+        names += FilePart(file) + L'|';
+    return names;
+}
+
 bool CheckSources(const DriverFiles& f, std::wstring& error) {
-    for (const std::wstring* p : {&f.config, &f.data, &f.plugin, &f.ini, &f.common}) {
+    for (const std::wstring* p : f.All()) {
         if (GetFileAttributesW(p->c_str()) == INVALID_FILE_ATTRIBUTES) {
             error = L"driver file missing: " + *p;
             return false;
@@ -202,12 +226,12 @@ bool InstallDriver(const std::wstring& driverName, const DriverFiles& src, WineP
     if (existing != nullptr) {
         const bool same = existing->pDataFile && existing->pConfigFile &&
                           SameName(FilePart(existing->pDataFile), FilePart(src.data)) &&
-                          SameName(FilePart(existing->pConfigFile), FilePart(src.config));
+                          SameName(FilePart(existing->pConfigFile), FilePart(src.config)) &&
+                          SameName(DependentNamesOf(*existing), src.DependentNames());
         if (same) {
             // Reuse: refresh the installed files in place, so a rebuilt plug-in is picked up.
             const std::wstring installed = FolderPart(existing->pDataFile);
-            for (const std::wstring* p :
-                 {&src.config, &src.data, &src.plugin, &src.ini, &src.common}) {
+            for (const std::wstring* p : src.All()) {
                 if (!CopyInto(*p, installed, error))
                     return false;
             }
@@ -225,14 +249,17 @@ bool InstallDriver(const std::wstring& driverName, const DriverFiles& src, WineP
     }
 
     // The spooler copies from its driver folder into the version folder "3".
-    for (const std::wstring* p : {&src.config, &src.data, &src.plugin, &src.ini, &src.common}) {
+    for (const std::wstring* p : src.All()) {
         if (!CopyInto(*p, dir, error))
             return false;
     }
     std::wstring configPath = dir + L"\\" + FilePart(src.config);
     std::wstring dataPath = dir + L"\\" + FilePart(src.data);
-    std::wstring dependent = FilePart(src.plugin) + L'\0' + FilePart(src.ini) + L'\0' +
-                             FilePart(src.common) + L'\0' + L'\0';
+    std::wstring dependent = src.DependentNames() + L'|';
+    for (wchar_t& c : dependent) {
+        if (c == L'|')
+            c = L'\0';
+    }
     std::wstring name = driverName;
     std::wstring env = kEnvironment;
     std::wstring datatype = L"RAW";
@@ -367,6 +394,7 @@ bool InstallWinePrinter(const WinePrinterSetup& setup, WinePrinterInfo& info, st
     src.data = setup.packageDir + L"\\" + GpdFileNameForModel(setup.model);
     src.ini = setup.packageDir + L"\\" + kPluginIni;
     src.common = setup.packageDir + L"\\" + kCommonGpd;
+    src.uni = setup.binaryDir + L"\\" + kUniStandIn;
     if (!CheckSources(src, error))
         return false;
     if (!InstallDriver(info.driverName, src, info, error))

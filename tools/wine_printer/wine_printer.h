@@ -2,8 +2,9 @@
 //
 // Wine has no universal printer driver, so the driver is made of the stand-in configuration
 // module (KivDrvCfg.dll, also the "driver path"), the model's GPD as data file, and the
-// plug-in, its .ini and the shared GPD as dependent files. The printer's port is mapped to a
-// Unix file, so raw jobs land in a file the tests can read.
+// plug-in, its .ini, the shared GPD and the rendering module's stand-in (KivUniStandIn.dll) as
+// dependent files. The printer's port is mapped to a Unix file, so raw jobs land in a file the
+// tests can read.
 #pragma once
 
 #include <string>
@@ -13,7 +14,7 @@
 struct WinePrinterSetup {
     std::wstring printerName;  // e.g. L"KIV TRX418A CUT"
     std::wstring model;        // e.g. L"TRX418A CUT"; chooses the GPD and the driver name
-    std::wstring binaryDir;    // holds KivUI.dll and KivDrvCfg.dll
+    std::wstring binaryDir;    // holds KivUI.dll, KivDrvCfg.dll and KivUniStandIn.dll
     std::wstring packageDir;   // holds the GPDs and KivUI.ini (the driver/ folder)
     // Windows path that receives the printer's raw jobs; empty: a file per printer under
     // %LOCALAPPDATA%\KivHost.
