@@ -17,6 +17,7 @@
 #include "devmode_file.h"
 #include "host_driver_ui.h"
 #include "host_options.h"
+#include "driver_package.h"
 #include "host_output.h"
 #include "process_usage.h"
 #include "settings/record_dump.h"
@@ -151,8 +152,18 @@ std::vector<std::string> LinesAfter(const std::wstring& path, ULONGLONG from) {
     return lines;
 }
 
-// A public devmode as the driver would hand it: 80 mm roll paper at 203 dpi.
-DEVMODEW DefaultPublicDevmode(const std::wstring& printer) {
+// The model's default paper from its GPD; the stand-in driver page offers no other, so a stored
+// devmode gets it as well.
+void SetPackagePaper(DEVMODEW& dm, const PackageModel& model) {
+    dm.dmPaperSize = DMPAPER_USER;
+    dm.dmPaperWidth = static_cast<short>(DotsToTenthsOfMm(model.widthDots, model.dpi));
+    dm.dmPaperLength = static_cast<short>(DotsToTenthsOfMm(model.lengthDots, model.dpi));
+    dm.dmPrintQuality = static_cast<short>(model.dpi);
+    dm.dmYResolution = static_cast<short>(model.dpi);
+}
+
+// A public devmode as the driver would hand it for the model.
+DEVMODEW DefaultPublicDevmode(const std::wstring& printer, const PackageModel& model) {
     DEVMODEW dm = {};
     wcsncpy(dm.dmDeviceName, printer.c_str(), CCHDEVICENAME - 1);
     dm.dmSpecVersion = DM_SPECVERSION;
@@ -161,13 +172,9 @@ DEVMODEW DefaultPublicDevmode(const std::wstring& printer) {
     dm.dmFields = DM_ORIENTATION | DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH | DM_COPIES |
                   DM_PRINTQUALITY | DM_YRESOLUTION | DM_COLOR;
     dm.dmOrientation = DMORIENT_PORTRAIT;
-    dm.dmPaperSize = DMPAPER_USER;
-    dm.dmPaperWidth = 800;
-    dm.dmPaperLength = 2970;
     dm.dmCopies = 1;
-    dm.dmPrintQuality = 203;
-    dm.dmYResolution = 203;
     dm.dmColor = DMCOLOR_MONOCHROME;
+    SetPackagePaper(dm, model);
     return dm;
 }
 
@@ -261,8 +268,8 @@ bool GetInfoDword(IPrintOemUI* ui, DWORD mode, DWORD& value, const char* step) {
 
 // DevMode SIZE, DEFAULT, then MERGE of the stored record (or of the default) into the default,
 // as the driver builds the devmode it hands to the UI.
-bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, DEVMODEW& publicDM,
-                 std::vector<uint8_t>& record, size_t& recordSize) {
+bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, const PackageModel& model,
+                 DEVMODEW& publicDM, std::vector<uint8_t>& record, size_t& recordSize) {
     auto fresh = [&s] {
         OEMDMPARAM q = {};
         q.cbSize = sizeof q;
@@ -296,6 +303,7 @@ bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, DEVMODEW& pu
     switch (LoadDevmodeFile(devmodeFile, stored, why)) {
         case DevmodeFileStatus::kLoaded:
             publicDM = stored.publicDM;
+            SetPackagePaper(publicDM, model);
             std::fill(incoming.begin(), incoming.end(), 0);
             if (stored.privateDM.size() > incoming.size())
                 incoming.resize(stored.privateDM.size());
@@ -588,16 +596,76 @@ void PrintRecord(const std::vector<uint8_t>& record, size_t recordSize) {
     Out("---- end of record ----\n");
 }
 
+// The model's features as a saved record's support bytes tell them, in words.
+std::string CapabilityWords(const std::vector<uint8_t>& record) {
+    struct Feature {
+        size_t offset;
+        const char* words;
+    };
+    static constexpr Feature kFeatures[] = {
+        {offsetof(OemDevPayload, supCashDrawer), "cash drawer"},
+        {offsetof(OemDevPayload, supBuzzer), "buzzer"},
+        {offsetof(OemDevPayload, supDensity), "density"},
+        {offsetof(OemDevPayload, supQuality), "quality"},
+        {offsetof(OemDevPayload, supCutter), "cutter"},
+        {offsetof(OemDevPayload, supRecovery), "recovery"},
+        {offsetof(OemDevPayload, supBlackMark), "black mark"},
+        {offsetof(OemDevPayload, supContinuousMode), "continuous mode"},
+        {offsetof(OemDevPayload, supFeeder), "feeder"},
+        {offsetof(OemDevPayload, supSelector), "selector"},
+        {offsetof(OemDevPayload, supPresentation), "presenter"},
+        {offsetof(OemDevPayload, supHeadLed), "head LED"},
+        {offsetof(OemDevPayload, supPage2Page), "page to page"},
+    };
+    std::string words;
+    for (const Feature& feature : kFeatures) {
+        const size_t at = OEMDEV_HEADER_SIZE + feature.offset;
+        if (at < record.size() && record[at] != 0)
+            words += (words.empty() ? "" : ", ") + std::string(feature.words);
+    }
+    return words.empty() ? "none" : words;
+}
+
+// The package's model of that name (any letter case); null, after telling which models there
+// are, when it has none.
+const PackageModel* FindModel(const std::vector<PackageModel>& models, const std::wstring& name) {
+    for (const PackageModel& model : models) {
+        if (CompareStringOrdinal(model.model.c_str(), -1, name.c_str(), -1, TRUE) == CSTR_EQUAL)
+            return &model;
+    }
+    return nullptr;
+}
+
+void PrintModels(FILE* stream, const std::vector<PackageModel>& models) {
+    for (const PackageModel& model : models)
+        std::fprintf(stream, "%s\n", Utf8(model.model).c_str());
+}
+
 int Run(const HostOptions& opts) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     const std::wstring exeDir = ModuleFolder();
     std::wstring printerName = opts.printer;
+    const std::wstring packageDir =
+        opts.packageDir.empty() ? exeDir + L"\\driver" : opts.packageDir;
+    const std::vector<PackageModel> models = ListPackageModels(packageDir);
+    if (opts.listModels) {
+        PrintModels(stdout, models);
+        return models.empty() ? 1 : 0;
+    }
+    const PackageModel* found = FindModel(models, opts.model);
+    if (found == nullptr) {
+        std::fprintf(stderr, "kivhost: the driver package (%s) has no model \"%s\"; its models:\n",
+                     Utf8(packageDir).c_str(), Utf8(opts.model).c_str());
+        PrintModels(stderr, models);
+        return 1;
+    }
+    const PackageModel& model = *found;
 
     WinePrinterSetup setup;
     setup.printerName = opts.printer;
-    setup.model = opts.model;
+    setup.model = model.model;
     setup.binaryDir = exeDir;
-    setup.packageDir = opts.packageDir.empty() ? exeDir + L"\\driver" : opts.packageDir;
+    setup.packageDir = packageDir;
     WinePrinterInfo info;
     std::wstring error;
     if (!InstallWinePrinter(setup, info, error))
@@ -616,7 +684,7 @@ int Run(const HostOptions& opts) {
     const ULONGLONG logStart = FileSize(LogFilePath(opts.printer));
     if (opts.lastDocument) {
         std::wstring lastDocument;
-        if (!WriteLastDocument(opts.printer, opts.model, lastDocument))
+        if (!WriteLastDocument(opts.printer, model.model, lastDocument))
             return FailExit("write the last document",
                             lastDocument + L": " + Win32ErrorText(GetLastError()));
         Out("last doc    : %s\n", Utf8(lastDocument).c_str());
@@ -654,10 +722,10 @@ int Run(const HostOptions& opts) {
     Out("GetInfo     : signature 0x%08lX '%s', version %lu\n",
         static_cast<unsigned long>(signature), sig, static_cast<unsigned long>(version));
 
-    DEVMODEW publicDM = DefaultPublicDevmode(opts.printer);
+    DEVMODEW publicDM = DefaultPublicDevmode(opts.printer, model);
     std::vector<uint8_t> record;
     size_t recordSize = 0;
-    if (!BuildRecord(s, devmodeFile, publicDM, record, recordSize))
+    if (!BuildRecord(s, devmodeFile, model, publicDM, record, recordSize))
         return 2;
     publicDM.dmDriverExtra = static_cast<WORD>(recordSize);
 
@@ -670,7 +738,7 @@ int Run(const HostOptions& opts) {
             !ApplyHeadless(call.param))
             return 2;
     } else {
-        SheetRun run{s, helper, printerName, opts.model, publicDM, record};
+        SheetRun run{s, helper, printerName, model.model, publicDM, record};
         double ratio = 0;
         if (opts.time) {
             if (!TimeSheet(run, opts.timeRuns, ratio))
@@ -718,6 +786,8 @@ int Run(const HostOptions& opts) {
     }
 
     if (save) {
+        // The model writes its support bytes when the settings are saved, not before.
+        Out("capabilities: %s\n", CapabilityWords(record).c_str());
         PrintRecord(record, recordSize);
         if (!SaveDevmodeFile(devmodeFile, publicDM, record.data(), recordSize, error))
             return FailExit("write devmode file", error);

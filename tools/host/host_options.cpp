@@ -45,7 +45,8 @@ const wchar_t* HostUsage() {
            L"  plug-in as the universal driver does (devmode services, common UI entry, the\n"
            L"  common property sheet with the driver's page and the plug-in's pages, apply)\n"
            L"  and prints the settings record field by field and the start of the log.\n"
-           L"  --model MODEL    model text of the driver's GPD (default \"TRX418A CUT\")\n"
+           L"  --model MODEL    a model of the driver package (default \"TRX418A CUT\")\n"
+           L"  --list-models    prints the package's models, one per line, and exits\n"
            L"  --printer NAME   printer name (default \"KIV \" followed by the model)\n"
            L"  --devmode FILE   devmode kept between runs (default\n"
            L"                   %LOCALAPPDATA%\\KivHost\\<printer>.devmode)\n"
@@ -146,6 +147,8 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
         };
         if (arg == L"--help" || arg == L"-h") {
             opts.help = true;
+        } else if (arg == L"--list-models") {
+            opts.listModels = true;
         } else if (arg == L"--headless") {
             opts.headless = true;
         } else if (arg == L"--no-last-document") {

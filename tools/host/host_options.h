@@ -30,6 +30,7 @@ struct HostOptions {
     bool lastDocument = true;  // --no-last-document: the print folder gets no last document
     int logLines = 40;         // --log-lines: how many new log lines to print
     bool help = false;
+    bool listModels = false;  // --list-models
 
     // The property sheet (everything below needs a sheet, so it excludes --headless).
     SheetPress press = SheetPress::kNone;  // --press ok|apply|cancel
