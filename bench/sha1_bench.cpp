@@ -3,6 +3,9 @@
 #include <openssl/sha.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
 #include <vector>
 
 #include "actions/sha1.h"
@@ -50,12 +53,27 @@ BENCHMARK(BM_Portable)->Arg(16 << 10)->Arg(1 << 20);
 
 }  // namespace
 
-// Speed is the inverse of time, so "ours/OpenSSL speed" is OpenSSL's time over ours. The portable
-// path is reported for information: OpenSSL picks its fastest code, so on a processor with SHA
-// extensions the portable path is not expected to keep up.
+// The stand-in for a processor without SHA extensions: OpenSSL reads its capability mask when it
+// is loaded, so the bench runs itself once more with the SHA bit masked out of OpenSSL's view
+// (OPENSSL_ia32cap), and with our portable path as the best one.
+constexpr char kWithoutShaExtensions[] = "--without-sha-extensions";
+
+// Speed is the inverse of time, so "ours/OpenSSL speed" is OpenSSL's time over ours. On a
+// processor with SHA extensions the portable path is measured against OpenSSL without them in
+// the second run; that run stands in for another processor, so it informs and does not fail.
 int main(int argc, char** argv) {
-    const bool shaExtensions = Sha1BestPath() == Sha1Path::kShaExtensions;
+    const bool standIn = argc > 1 && std::strcmp(argv[1], kWithoutShaExtensions) == 0;
+    if (standIn) {
+        argv[1] = argv[0];
+        --argc;
+        ++argv;
+    }
+    const bool shaExtensions = !standIn && Sha1BestPath() == Sha1Path::kShaExtensions;
     const double target = shaExtensions ? 0.95 : 0.9;
+    std::string again;
+    for (int i = 0; shaExtensions && i < argc; ++i)
+        again += std::string(i == 0 ? "OPENSSL_ia32cap=:~0x20000000 '" : " '") + argv[i] +
+                 (i == 0 ? "' " + std::string(kWithoutShaExtensions) : "'");
     benchmark::Initialize(&argc, argv);
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
@@ -63,20 +81,22 @@ int main(int argc, char** argv) {
     for (const char* size : {"16384", "1048576"}) {
         const std::string suffix = std::string("/") + size;
         const double base = reporter.times["BM_OpenSsl" + suffix];
-        const double best = reporter.times["BM_Best" + suffix];
-        const double portable = reporter.times["BM_Portable" + suffix];
-        if (base <= 0 || best <= 0 || portable <= 0) {
+        const double best = reporter.times[(standIn ? "BM_Portable" : "BM_Best") + suffix];
+        if (base <= 0 || best <= 0) {
             std::printf("sha1 %s bytes: ratio: not measured\n", size);
             ok = false;
             continue;
         }
         const double ratio = base / best;
-        std::printf("sha1 %s bytes (%s) speed ratio: %.2f of OpenSSL (target >= %.2f): %s\n", size,
-                    shaExtensions ? "SHA extensions" : "portable", ratio, target,
+        std::printf("sha1 %s bytes (%s) speed ratio: %.2f of OpenSSL%s (target >= %.2f): %s\n",
+                    size, shaExtensions ? "SHA extensions" : "portable", ratio,
+                    standIn ? " without SHA extensions" : "", target,
                     ratio >= target ? "ok" : "under target");
-        std::printf("sha1 %s bytes portable path speed ratio: %.2f of OpenSSL (information)\n",
-                    size, base / portable);
         ok = ok && ratio >= target;
     }
-    return ok ? 0 : 1;
+    if (!again.empty()) {
+        std::fflush(stdout);
+        ok = std::system(again.c_str()) == 0 && ok;
+    }
+    return ok || standIn ? 0 : 1;
 }

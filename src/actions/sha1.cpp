@@ -21,46 +21,70 @@ inline uint32_t LoadBigEndian(const uint8_t* p) {
     return (uint32_t{p[0]} << 24) | (uint32_t{p[1]} << 16) | (uint32_t{p[2]} << 8) | p[3];
 }
 
-// The schedule word for round t >= 16, kept in a ring of sixteen.
-inline uint32_t NextWord(uint32_t w[16], int t) {
-    const uint32_t wt = Rotl(w[(t + 13) & 15] ^ w[(t + 8) & 15] ^ w[(t + 2) & 15] ^ w[t & 15], 1);
-    w[t & 15] = wt;
-    return wt;
-}
-
-// Twenty rounds with one round function; the five words rotate through the variables instead of
-// being moved, and the loops have fixed bounds so the compiler unrolls them.
-template <typename RoundFunction>
-inline void Rounds20(uint32_t v[5], uint32_t w[16], int first, uint32_t k, RoundFunction f) {
-#pragma GCC unroll 20
-    for (int t = first; t < first + 20; ++t) {
-        const uint32_t wt = t < 16 ? w[t] : NextWord(w, t);
-        const uint32_t temp = Rotl(v[0], 5) + f(v[1], v[2], v[3]) + v[4] + k + wt;
-        v[4] = v[3];
-        v[3] = v[2];
-        v[2] = Rotl(v[1], 30);
-        v[1] = v[0];
-        v[0] = temp;
-    }
-}
+// The rounds are written out by macros: the five working variables trade names from one round to
+// the next instead of moving, so each round is a handful of register operations, and the sixteen
+// schedule words live in a ring (x) that the compiler keeps in registers or the stack.
+#define KIV_SHA1_W(t) (x[(t)&15])
+#define KIV_SHA1_NEXT(t) \
+    (x[(t)&15] = Rotl(x[((t) + 13) & 15] ^ x[((t) + 8) & 15] ^ x[((t) + 2) & 15] ^ x[(t)&15], 1))
+#define KIV_SHA1_ROUND(a, b, c, d, e, f, k, w) \
+    do {                                       \
+        e += Rotl(a, 5) + (f) + (k) + (w);     \
+        b = Rotl(b, 30);                       \
+    } while (0)
+#define KIV_SHA1_CH(b, c, d) ((((c) ^ (d)) & (b)) ^ (d))
+#define KIV_SHA1_PAR(b, c, d) ((b) ^ (c) ^ (d))
+// Majority as a sum: the two terms share no set bit, and the sum folds into the round's adds.
+#define KIV_SHA1_MAJ(b, c, d) (((b) & (c)) + ((d) & ((b) ^ (c))))
+#define KIV_SHA1_R0(a, b, c, d, e, t) \
+    KIV_SHA1_ROUND(a, b, c, d, e, KIV_SHA1_CH(b, c, d), 0x5A827999u, KIV_SHA1_W(t))
+#define KIV_SHA1_R1(a, b, c, d, e, t) \
+    KIV_SHA1_ROUND(a, b, c, d, e, KIV_SHA1_CH(b, c, d), 0x5A827999u, KIV_SHA1_NEXT(t))
+#define KIV_SHA1_R2(a, b, c, d, e, t) \
+    KIV_SHA1_ROUND(a, b, c, d, e, KIV_SHA1_PAR(b, c, d), 0x6ED9EBA1u, KIV_SHA1_NEXT(t))
+#define KIV_SHA1_R3(a, b, c, d, e, t) \
+    KIV_SHA1_ROUND(a, b, c, d, e, KIV_SHA1_MAJ(b, c, d), 0x8F1BBCDCu, KIV_SHA1_NEXT(t))
+#define KIV_SHA1_R4(a, b, c, d, e, t) \
+    KIV_SHA1_ROUND(a, b, c, d, e, KIV_SHA1_PAR(b, c, d), 0xCA62C1D6u, KIV_SHA1_NEXT(t))
+// Five rounds of one kind from round t; after five the names are back where they started.
+#define KIV_SHA1_FIVE(R, t)    \
+    R(a, b, c, d, e, (t));     \
+    R(e, a, b, c, d, (t) + 1); \
+    R(d, e, a, b, c, (t) + 2); \
+    R(c, d, e, a, b, (t) + 3); \
+    R(b, c, d, e, a, (t) + 4)
 
 void PortableBlocks(uint32_t state[5], const uint8_t* data, size_t count) {
-    const auto choose = [](uint32_t b, uint32_t c, uint32_t d) { return ((c ^ d) & b) ^ d; };
-    const auto parity = [](uint32_t b, uint32_t c, uint32_t d) { return b ^ c ^ d; };
-    const auto majority = [](uint32_t b, uint32_t c, uint32_t d) {
-        return (b & c) | ((b | c) & d);
-    };
     for (; count != 0; --count, data += 64) {
-        uint32_t w[16];
+        uint32_t x[16];
         for (int i = 0; i < 16; ++i)
-            w[i] = LoadBigEndian(data + 4 * i);
-        uint32_t v[5] = {state[0], state[1], state[2], state[3], state[4]};
-        Rounds20(v, w, 0, 0x5A827999u, choose);
-        Rounds20(v, w, 20, 0x6ED9EBA1u, parity);
-        Rounds20(v, w, 40, 0x8F1BBCDCu, majority);
-        Rounds20(v, w, 60, 0xCA62C1D6u, parity);
-        for (int i = 0; i < 5; ++i)
-            state[i] += v[i];
+            x[i] = LoadBigEndian(data + 4 * i);
+        uint32_t a = state[0], b = state[1], c = state[2], d = state[3], e = state[4];
+        KIV_SHA1_FIVE(KIV_SHA1_R0, 0);
+        KIV_SHA1_FIVE(KIV_SHA1_R0, 5);
+        KIV_SHA1_FIVE(KIV_SHA1_R0, 10);
+        KIV_SHA1_R0(a, b, c, d, e, 15);
+        KIV_SHA1_R1(e, a, b, c, d, 16);
+        KIV_SHA1_R1(d, e, a, b, c, 17);
+        KIV_SHA1_R1(c, d, e, a, b, 18);
+        KIV_SHA1_R1(b, c, d, e, a, 19);
+        KIV_SHA1_FIVE(KIV_SHA1_R2, 20);
+        KIV_SHA1_FIVE(KIV_SHA1_R2, 25);
+        KIV_SHA1_FIVE(KIV_SHA1_R2, 30);
+        KIV_SHA1_FIVE(KIV_SHA1_R2, 35);
+        KIV_SHA1_FIVE(KIV_SHA1_R3, 40);
+        KIV_SHA1_FIVE(KIV_SHA1_R3, 45);
+        KIV_SHA1_FIVE(KIV_SHA1_R3, 50);
+        KIV_SHA1_FIVE(KIV_SHA1_R3, 55);
+        KIV_SHA1_FIVE(KIV_SHA1_R4, 60);
+        KIV_SHA1_FIVE(KIV_SHA1_R4, 65);
+        KIV_SHA1_FIVE(KIV_SHA1_R4, 70);
+        KIV_SHA1_FIVE(KIV_SHA1_R4, 75);
+        state[0] += a;
+        state[1] += b;
+        state[2] += c;
+        state[3] += d;
+        state[4] += e;
     }
 }
 

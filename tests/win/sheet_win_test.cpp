@@ -5,12 +5,17 @@
 #include <cstdio>
 #include <fstream>
 #include <map>
+#include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "../../resources/resource.h"
+#include "actions/sha1.h"
 #include "host_run_win.h"
 #include "standin_stream_win.h"
+
+#include <wincrypt.h>
 
 namespace {
 
@@ -27,7 +32,7 @@ std::string ValueAfter(const std::string& line, const std::string& key) {
         const bool escaped = line[i] == '\\' && i + 1 < line.size();
         if (escaped)
             ++i;
-        value += escaped && line[i] == 'n' ? '\n' : line[i];
+        value += !escaped ? line[i] : line[i] == 'n' ? '\n' : line[i] == 'r' ? '\r' : line[i];
     }
     return value;
 }
@@ -505,6 +510,136 @@ TEST_F(SheetWin, TheAdminLogButtonWritesSevenThenZeroAndClosesTheSheet) {
                   RegGetValueW(HKEY_CURRENT_USER, (L"Software\\Orvane\\Kiv\\" + printer).c_str(),
                                L"LogVerbosity_UiUni", RRF_RT_REG_DWORD, nullptr, &value, &size));
         EXPECT_EQ(written, value);
+    }
+}
+
+// A file's SHA-1 by the system's own CryptoAPI provider; empty when the file cannot be read.
+std::string SystemSha1Hex(const std::string& path) {
+    const std::string bytes = ReadFileText(std::wstring(path.begin(), path.end()));
+    HCRYPTPROV provider = 0;
+    HCRYPTHASH hash = 0;
+    Sha1Digest digest;
+    DWORD size = digest.size();
+    const bool ok =
+        !bytes.empty() &&
+        CryptAcquireContextW(&provider, nullptr, nullptr, PROV_RSA_FULL, CRYPT_VERIFYCONTEXT) &&
+        CryptCreateHash(provider, CALG_SHA1, 0, 0, &hash) &&
+        CryptHashData(hash, reinterpret_cast<const BYTE*>(bytes.data()),
+                      static_cast<DWORD>(bytes.size()), 0) &&
+        CryptGetHashParam(hash, HP_HASHVAL, digest.data(), &size, 0) && size == digest.size();
+    if (hash != 0)
+        CryptDestroyHash(hash);
+    if (provider != 0)
+        CryptReleaseContext(provider, 0);
+    return ok ? Sha1Hex(digest) : std::string();
+}
+
+// With both service switches on, every installed file of the driver is named by its path and
+// carries the digest the system computes for it.
+TEST_F(SheetWin, TheVersionReportsDigestsAreTheSystemsSha1OfTheInstalledFiles) {
+    const std::wstring printer = NewPrinter(L"TRX418A CUT");
+    const std::wstring key = L"Software\\Orvane\\Kiv\\" + printer;
+    const DWORD on = 1;
+    for (const wchar_t* name : {L"VersionReport_FullPath", L"VersionReport_Hash"})
+        RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name, REG_DWORD, &on, sizeof on);
+    const HostRun run =
+        Sheet(printer, L"TRX418A CUT", L"--page Version --dump-controls --press cancel");
+    ASSERT_EQ(0u, run.exitCode) << run.output;
+    const std::vector<ControlDump> dumps = DumpsOf(run.output);
+    ASSERT_EQ(1u, dumps.size()) << run.output;
+    const std::string report = dumps[0].Attr(1161, "text");
+    const std::regex fileLine(R"((.:\\.+) : (?:\d+\.\d+\.\d+\.\d+|N/A) \[SHA1: (.*)\]\r?)");
+    std::istringstream in(report);
+    std::string files;
+    for (std::string line; std::getline(in, line);) {
+        std::smatch match;
+        if (std::regex_match(line, match, fileLine)) {
+            EXPECT_EQ(SystemSha1Hex(match[1].str()), match[2].str()) << line;
+            files += match[1].str().substr(match[1].str().find_last_of('\\')) + " ";
+        }
+    }
+    // The plug-in and the model's GPD are among them (the common GPD is set aside).
+    EXPECT_TRUE(Contains(files, "\\KivUI.dll ") && Contains(files, "\\KIV_TRX418A_CUT.GPD "))
+        << report;
+}
+
+// The visible top-level window of `windowClass` whose title holds `title`, waited for up to
+// `tries` tenths of a second (the plug-in's programs start after the host has gone).
+HWND WaitForWindow(const wchar_t* windowClass, const std::wstring& title, int tries = 50) {
+    for (; tries > 0; --tries) {
+        for (HWND w = FindWindowExW(nullptr, nullptr, windowClass, nullptr); w != nullptr;
+             w = FindWindowExW(nullptr, w, windowClass, nullptr)) {
+            wchar_t text[512] = {};
+            GetWindowTextW(w, text, 512);
+            if (IsWindowVisible(w) && std::wstring(text).find(title) != std::wstring::npos)
+                return w;
+        }
+        Sleep(100);
+    }
+    return nullptr;
+}
+
+// Closes a program's window and waits until it is gone, so the next case starts clean.
+void CloseProgramWindow(HWND window) {
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    for (int tries = 0; tries < 50 && IsWindow(window); ++tries)
+        Sleep(100);
+}
+
+// Registry: on Windows 7 the key's path goes to the clipboard with a message; elsewhere it is
+// the registry editor's last key and the editor starts (Wine reports Windows 7 unless told
+// otherwise for the host). Open Log Folder opens the explorer on the log folder.
+TEST_F(SheetWin, TheAdminRegistryAndLogFolderButtonsReachTheirPrograms) {
+    const std::wstring printer = NewPrinter(L"TRX418A CUT");
+    const std::string path = "HKCU\\SOFTWARE\\Orvane\\Kiv\\" + Narrow(printer);
+    const wchar_t* regedit = L"Software\\Microsoft\\Windows\\CurrentVersion\\Applets\\Regedit";
+    const wchar_t* hostVersion = L"Software\\Wine\\AppDefaults\\kivhost.exe";
+    const std::wstring folderName = dir_.substr(dir_.find_last_of(L'\\') + 1);
+    for (const bool windows7 : {true, false}) {
+        SCOPED_TRACE(windows7 ? "Windows 7" : "Windows 10");
+        RegDeleteKeyValueW(HKEY_CURRENT_USER, regedit, L"LastKey");
+        if (!windows7)
+            RegSetKeyValueW(HKEY_CURRENT_USER, hostVersion, L"Version", REG_SZ, L"win10", 12);
+        const HostRun run = Sheet(printer, L"TRX418A CUT",
+                                  kToAdminMode +
+                                      L"--page Admin --click 1162 --click 1166 "
+                                      L"--press cancel");
+        RegDeleteTreeW(HKEY_CURRENT_USER, hostVersion);
+        ASSERT_EQ(0u, run.exitCode) << run.output;
+        const std::vector<std::string> boxes =
+            LinesStarting(Openings(run.output)[1], "MESSAGEBOX ");
+        wchar_t lastKey[512] = {};
+        DWORD size = sizeof lastKey;
+        RegGetValueW(HKEY_CURRENT_USER, regedit, L"LastKey", RRF_RT_REG_SZ, nullptr, lastKey,
+                     &size);
+        // The editor is started before the explorer, so it is up by the time the explorer is.
+        HWND explorer = WaitForWindow(L"ExplorerWClass", folderName);
+        EXPECT_NE(nullptr, explorer);
+        HWND editor = WaitForWindow(L"RegEdit_RegEdit", L"", windows7 ? 1 : 50);
+        if (windows7) {
+            ASSERT_EQ(1u, boxes.size()) << run.output;
+            EXPECT_EQ("Run regedit.exe and open the path " + path, ValueAfter(boxes[0], "text"));
+            std::string copied;
+            if (OpenClipboard(nullptr)) {
+                HANDLE data = GetClipboardData(CF_TEXT);
+                if (data != nullptr) {
+                    copied = static_cast<const char*>(GlobalLock(data));
+                    GlobalUnlock(data);
+                }
+                CloseClipboard();
+            }
+            EXPECT_EQ(path, copied);
+            EXPECT_EQ(L"", std::wstring(lastKey));
+            EXPECT_EQ(nullptr, editor);
+        } else {
+            EXPECT_TRUE(boxes.empty()) << run.output;
+            EXPECT_EQ(path, Narrow(lastKey));
+            EXPECT_NE(nullptr, editor);
+        }
+        for (HWND window : {editor, explorer}) {
+            if (window != nullptr)
+                CloseProgramWindow(window);
+        }
     }
 }
 
