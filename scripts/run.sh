@@ -37,6 +37,7 @@ if [ "${1:-}" = --gallery ]; then
       dir="$gallery/${model// /_}"
       mkdir -p "$dir"
       printf '%s\n' "$model" >"$dir/model"
+      echo "$dir" >>"$gallery/folders.txt"
       echo "== $model"
       status=0
       timeout 120 wine build/windows/kivhost.exe --model "$model" --devmode "$dir/settings.devmode" \
@@ -58,8 +59,8 @@ if [ "${1:-}" = --gallery ]; then
   "${runner[@]}" bash -c "$(declare -f gallery_models); gallery_models" || status=$?
   wineserver -k >/dev/null 2>&1 || true
   captured=$((SECONDS - started))
-  mapfile -t folders < <(while IFS= read -r m; do [ -n "$m" ] && echo "$gallery/${m// /_}"; done \
-                         <"$gallery/models.txt")
+  folders=()
+  [ -f "$gallery/folders.txt" ] && mapfile -t folders <"$gallery/folders.txt"
   ((${#folders[@]})) || { echo "run.sh: kivhost listed no models" >&2; exit 1; }
   python3 scripts/gallery.py "$gallery/index.html" "${folders[@]}" --seconds "$captured"
   # A real browser's rendering of the page, to look at.
