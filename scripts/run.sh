@@ -18,6 +18,65 @@ if ! { cmake --preset windows && cmake --build build/windows -j2; } >build/run-b
 fi
 
 export WINEPREFIX="$PWD/build/windows/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+
+if [ "${1:-}" = --gallery ]; then
+  [ $# -eq 1 ] || { echo "run.sh: --gallery takes no other argument" >&2; exit 2; }
+  bash scripts/setup.sh --gallery
+  gallery=build/gallery
+  rm -rf "$gallery"
+  mkdir -p "$gallery"
+  # Every model's sheet opened twice in one host process: Ctrl+Shift and a click on the Version
+  # page's picture (IDC_VERSION_LOGO) switch admin mode, which adds the Admin page to the second
+  # opening. OK on a devmode file of the gallery's own makes the host print the model's
+  # capabilities, and leaves the settings kept for the printer as they were.
+  gallery_models() {
+    wineserver -p
+    wine build/windows/kivhost.exe --list-models </dev/null | tr -d '\r' >"$gallery/models.txt"
+    local model dir status
+    while IFS= read -r model; do
+      [ -n "$model" ] || continue
+      dir="$gallery/${model// /_}"
+      mkdir -p "$dir"
+      printf '%s\n' "$model" >"$dir/model"
+      echo "$dir" >>"$gallery/folders.txt"
+      echo "== $model"
+      status=0
+      timeout 120 wine build/windows/kivhost.exe --model "$model" --devmode "$dir/settings.devmode" \
+        --log-lines 0 --page Version --hold ctrl+shift --click 1057 --reopen \
+        --screenshots "$dir/shots" --press ok </dev/null >"$dir/run.log" 2>&1 || status=$?
+      echo "$status" >"$dir/status"
+      [ "$status" -eq 0 ] || echo "   failed with exit $status: $dir/run.log"
+    done <"$gallery/models.txt"
+    # Before xvfb-run takes the display away, or Wine's desktop complains on the terminal.
+    wineserver -k
+  }
+  export gallery
+  runner=()
+  [ -n "${DISPLAY:-}" ] || runner=(xvfb-run -a -s "-screen 0 1280x1024x24")
+  wineserver -k >/dev/null 2>&1 || true
+  started=$SECONDS
+  status=0
+  # xvfb-run is a POSIX sh script, which drops exported functions: pass the text instead.
+  "${runner[@]}" bash -c "$(declare -f gallery_models); gallery_models" || status=$?
+  wineserver -k >/dev/null 2>&1 || true
+  captured=$((SECONDS - started))
+  folders=()
+  [ -f "$gallery/folders.txt" ] && mapfile -t folders <"$gallery/folders.txt"
+  ((${#folders[@]})) || { echo "run.sh: kivhost listed no models" >&2; exit 1; }
+  python3 scripts/gallery.py "$gallery/index.html" "${folders[@]}" --seconds "$captured"
+  # A real browser's rendering of the page, to look at.
+  chromium --headless --no-sandbox --hide-scrollbars --window-size=1600,3000 \
+    --screenshot="$PWD/$gallery/check.png" "file://$PWD/$gallery/index.html" \
+    >"$gallery/chromium.log" 2>&1 || echo "run.sh: chromium failed, see $gallery/chromium.log"
+  failed=0
+  for folder in "${folders[@]}"; do
+    [ "$(cat "$folder/status" 2>/dev/null)" = 0 ] || failed=$((failed + 1))
+  done
+  echo "gallery: $PWD/$gallery/index.html, browser view $PWD/$gallery/check.png"
+  echo "gallery: ${#folders[@]} models, $failed failed, captured in $captured s, $SECONDS s in all"
+  [ "$status" -eq 0 ] && [ "$failed" -eq 0 ]
+  exit
+fi
 host_args=(--model "TRX418A CUT" --verbosity 7)
 headless=0
 for arg in "$@"; do [ "$arg" = --headless ] && headless=1; done
