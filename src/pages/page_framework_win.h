@@ -107,8 +107,9 @@ struct PageDefinition {
     // False when the control is an action, not a setting (the sheet's Apply stays as it is).
     // May be null.
     bool (*onCommand)(HWND hDlg, int controlId, int code);
-    // Apply: the first failure of the page's controls, then their values into the device.
-    // Either may be null for a page that checks or keeps nothing.
+    // Apply: what the check of the page's controls finds (questions, then at most one failure),
+    // then their values into the device. Either may be null for a page that checks or keeps
+    // nothing.
     ValidationFindings (*validate)(HWND hDlg);
     void (*store)(HWND hDlg, UiDeviceCommon& device);
     // A click on one of the page's pictures (a static control with notification); may be null.
