@@ -169,9 +169,6 @@ TEST(TransferTest, LoadingMapsWhatTheModelDoesNotOffer) {
         {"cut mode 0xFF on a cutter model", "TRX418A CUT",
          [](OemDevPayload& p) { p.cutMode = 0xFF; },
          " Value <NOID> not offered, forced to <PRN_PROP_NO_CUT>"},
-        {"a quality of the enumeration the model lacks", "ZLD40",
-         [](OemDevPayload& p) { p.quality = PRN_PROP_QUAL_HSPEED; },
-         " Value <PRN_PROP_QUAL_HSPEED> not offered, forced to <PRN_PROP_QUAL_NORMAL>"},
         {"page-to-page action", "ZLD90VII",
          [](OemDevPayload& p) {
              p.page2PageEnable = 1;
