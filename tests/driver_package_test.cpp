@@ -8,13 +8,13 @@
 #include <iterator>
 #include <map>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "entry/common_ui.h"
 #include "entry/gpd_reader.h"
 #include "support/memory_gpd_files.h"
+#include "support/text_lines.h"
 
 namespace {
 
@@ -31,14 +31,6 @@ MemoryGpdFiles PackageFiles() {
                                                                {});
     }
     return package;
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line.substr(0, line.find_last_not_of('\r') + 1));
-    return lines;
 }
 
 // The factory's sixteen names and the model it has a class for but never builds, in the INF's

@@ -2,13 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <sstream>
 #include <string>
 
 #include "entry/devmode.h"
 #include "golden_file.h"
 #include "settings/record_dump.h"
 #include "settings/setting_enums.h"
+#include "text_lines.h"
 
 namespace {
 
@@ -17,16 +17,6 @@ OEMDEV DefaultRecord() {
     std::memset(&rec, 0x5A, sizeof rec);
     SetOEMDevDefault(rec);
     return rec;
-}
-
-// The value of "field = value", or "<absent>".
-std::string ValueOf(const std::string& text, const std::string& field) {
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);) {
-        if (line.rfind(field + " = ", 0) == 0)
-            return line.substr(field.size() + 3);
-    }
-    return "<absent>";
 }
 
 // Every field once, in record order, with names, units, signs, text and hex forms; the host
@@ -62,15 +52,15 @@ TEST(RecordDump, FullFieldsAndOverlongLengthsStayInsideTheirField) {
     p.endJobBufferLength = 0x1B1B;  // would reach the offsets after it
     const std::string text = DescribeOemDev(rec);
 
-    const std::string model = ValueOf(text, "modelName");
+    const std::string model = Field(text, "modelName");
     EXPECT_EQ(std::string::npos, model.find("NEXT"));
     EXPECT_NE(std::string::npos, model.find("MMMMM\\x01MM"));
     EXPECT_NE(std::string::npos, model.find("no terminator"));
 
-    const std::string start = ValueOf(text, "startJobBuffer");
+    const std::string start = Field(text, "startJobBuffer");
     EXPECT_EQ(0u, start.find("[600 bytes, cut to the field]"));
     EXPECT_EQ(512u * 3, start.size() - std::strlen("[600 bytes, cut to the field]"));
-    const std::string end = ValueOf(text, "endJobBuffer");
+    const std::string end = Field(text, "endJobBuffer");
     EXPECT_EQ(512u * 3, end.size() - std::strlen("[6939 bytes, cut to the field]"));
 }
 

@@ -6,10 +6,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "text_lines.h"
 #include "win/text_win.h"
 #include "win/windows_headers_win.h"
 #include "wine_printer.h"
@@ -59,24 +59,6 @@ inline HostRun RunHost(const std::wstring& args) {
     CloseHandle(pi.hThread);
     CloseHandle(pi.hProcess);
     return run;
-}
-
-// The output's lines, without carriage returns.
-inline std::vector<std::string> Lines(const std::string& output) {
-    std::vector<std::string> lines;
-    std::istringstream in(output);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line.substr(0, line.find_last_not_of('\r') + 1));
-    return lines;
-}
-
-// The value of a "field = value" line of the decoded record.
-inline std::string Field(const std::string& output, const std::string& name) {
-    for (const std::string& line : Lines(output)) {
-        if (line.rfind(name + " = ", 0) == 0)
-            return line.substr(name.size() + 3);
-    }
-    return "<absent>";
 }
 
 inline std::string ReadFileText(const std::wstring& path) {

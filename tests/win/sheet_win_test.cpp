@@ -6,7 +6,6 @@
 #include <fstream>
 #include <map>
 #include <regex>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -549,9 +548,8 @@ TEST_F(SheetWin, TheVersionReportsDigestsAreTheSystemsSha1OfTheInstalledFiles) {
     ASSERT_EQ(1u, dumps.size()) << run.output;
     const std::string report = dumps[0].Attr(1161, "text");
     const std::regex fileLine(R"((.:\\.+) : (?:\d+\.\d+\.\d+\.\d+|N/A) \[SHA1: (.*)\]\r?)");
-    std::istringstream in(report);
     std::string files;
-    for (std::string line; std::getline(in, line);) {
+    for (const std::string& line : Lines(report)) {
         std::smatch match;
         if (std::regex_match(line, match, fileLine)) {
             EXPECT_EQ(SystemSha1Hex(match[1].str()), match[2].str()) << line;
