@@ -654,10 +654,9 @@ void PrintModels(const std::vector<PackageModel>& models) {
         Out("%s\n", Utf8(model.model).c_str());
 }
 
-int Run(const HostOptions& opts) {
+int Run(HostOptions opts) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     const std::wstring exeDir = ModuleFolder();
-    std::wstring printerName = opts.printer;
     const std::wstring packageDir =
         opts.packageDir.empty() ? exeDir + L"\\driver" : opts.packageDir;
     const std::vector<PackageModel> models = ListPackageModels(packageDir);
@@ -673,6 +672,10 @@ int Run(const HostOptions& opts) {
         return 1;
     }
     const PackageModel& model = *found;
+    // The model as the package spells it names the default printer, whatever case was typed.
+    if (opts.printer == L"KIV " + opts.model)
+        opts.printer = L"KIV " + model.model;
+    std::wstring printerName = opts.printer;
 
     WinePrinterSetup setup;
     setup.printerName = opts.printer;
