@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "fake_log_ports.h"
+#include "pages/print_adjust_rules.h"
 #include "settings/device_factory.h"
 #include "settings/models/ui_device_models.h"
 
@@ -129,9 +130,7 @@ void CheckLoaded(const UiDeviceCommon& d, const UiDeviceCommon& fresh) {
     Require(d.GetConvMode() <= 2, "conversion mode", model);
     const int t = d.GetConvThreshold(), up = d.GetConvFilterUp(), down = d.GetConvFilterDown();
     Require(t >= 1 && t <= 254 && down <= t && t <= up && down < up, "1-bit values", model);
-    Require(d.GetOffsetX() >= -1000 && d.GetOffsetX() <= 1000 && d.GetOffsetY() >= -1000 &&
-                d.GetOffsetY() <= 1000,
-            "offsets", model);
+    Require(!ValidatePrintAdjustControls(MakePrintAdjustView(d).controls), "offsets", model);
 }
 
 const char* const kModels[] = {"J7",         "TRX415A", "TRX418A CUT",    "TRX418A NOCUT",

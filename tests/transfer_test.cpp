@@ -5,11 +5,15 @@
 #include <cstring>
 #include <memory>
 #include <numeric>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "fake_log_ports.h"
 #include "golden_file.h"
+#include "pages/peripherals_rules.h"
+#include "pages/presentation_rules.h"
+#include "pages/print_adjust_rules.h"
 #include "settings/device_factory.h"
 #include "settings/setting_enums.h"
 #include "settings/ui_device_common.h"
@@ -182,21 +186,37 @@ TEST(TransferTest, LoadingMapsWhatTheModelDoesNotOffer) {
              p.convFilterDown = 20;
          },
          " Threshold/Filter UP/Filter DOWN <100/90/20> not offered, forced to <128/255/0>"},
-        {"an offset past the Print adjust range", "J7", [](OemDevPayload& p) { p.offsetX = -1001; },
-         " Offset <X:-1001 Y:0> not offered, forced to <X:0 Y:0>"},
-        {"offsets at the ends of the range", "J7",
+        {"not set, absent from the list", "VORTA5X",
+         [](OemDevPayload& p) { p.blackMark = PRN_PROP_BMARK_NOTSETBYDRIVER; }, nullptr},
+        {"a pulse past the Peripherals range", "J7",
+         [](OemDevPayload& p) {
+             p.cashDrawerEnable = 1;
+             p.cashDrawerTimeOff = 513;
+         },
+         " Time OFF Value <513> not offered, forced to <256>"},
+        {"no duration where the presenter mode uses one", "ZLD90VII",
+         [](OemDevPayload& p) {
+             p.presentationMode = PRN_PROP_PRESENT_PEJECT_TO;
+             p.presentationTimeout = 0;
+         },
+         " TO Value <0> not offered, forced to <1>"},
+        {"a path with a control byte", "J7",
+         [](OemDevPayload& p) {
+             p.couponEnable = 1;
+             p.couponCopies = 15;
+             std::memcpy(p.couponPath, "C:\\a\tb", 7);
+         },
+         " Path <C:\\a\\x09b> not offered, forced to <>"},
+        {"values at the ends of their ranges", "J7",
          [](OemDevPayload& p) {
              p.offsetX = -1000;
              p.offsetY = 1000;
-         },
-         nullptr},
-        {"not set, absent from the list", "VORTA5X",
-         [](OemDevPayload& p) { p.blackMark = PRN_PROP_BMARK_NOTSETBYDRIVER; }, nullptr},
-        {"filters at the ends of the threshold", "J7",
-         [](OemDevPayload& p) {
              p.convThreshold = 1;
              p.convFilterUp = 1;
              p.convFilterDown = 0;
+             p.cashDrawerEnable = 1;
+             p.cashDrawerTimeOn = 2;
+             p.cashDrawerTimeOff = 512;
          },
          nullptr},
     };
@@ -208,6 +228,44 @@ TEST(TransferTest, LoadingMapsWhatTheModelDoesNotOffer) {
         EXPECT_EQ(Mapped(*d, p), c.line != nullptr ? std::vector<std::string>{c.line}
                                                    : std::vector<std::string>{});
         EXPECT_TRUE(Mapped(*Build(c.model), Save(*d)).empty());
+    }
+}
+
+// A damaged body behind an intact header and model name loads, on every model, as values its
+// pages accept (with nothing written below the detail level): each page shows them, passes its
+// check and stores them back unchanged (OK without a change), and what is saved loads again without
+// a mapping and saves the same bytes.
+TEST(TransferTest, ADamagedBodyLoadsAsValuesThePagesAccept) {
+    std::mt19937 random(18);
+    const PortFlags port{.statusKnown = true, .bidirectional = true, .bidiEnabled = true};
+    for (const char* name : kAllModels) {
+        for (int round = 0; round < 4; ++round) {  // all 0xFF, then random bytes
+            SCOPED_TRACE(std::string(name) + " round " + std::to_string(round));
+            OemDevPayload p = DefaultRecord(name);
+            auto* body = reinterpret_cast<uint8_t*>(&p);
+            for (size_t i = offsetof(OemDevPayload, supCashDrawer); i < sizeof p; ++i)
+                body[i] = round == 0 ? 0xFF : static_cast<uint8_t>(random());
+            std::unique_ptr<UiDeviceCommon> d = Build(name);
+            {  // below the detail level a load writes nothing
+                ScopedTestLog quiet(kLogInfo, 1);
+                std::string printer;
+                d->FillUIDeviceValuesWithOEMDEV(printer, p);
+                EXPECT_EQ(quiet.Text(), "");
+            }
+            Load(*d, p);
+            const OemDevPayload saved = Save(*d);
+            const auto drawer = MakePeripheralsView(*d).controls;
+            const auto presenter = MakePresentationView(*d, port).controls;
+            const auto adjust = MakePrintAdjustView(*d).controls;
+            EXPECT_FALSE(ValidatePeripheralsControls(*d, drawer) ||
+                         ValidatePresentationControls(*d, port, presenter) ||
+                         ValidatePrintAdjustControls(adjust));
+            StorePeripheralsControls(*d, drawer);
+            StorePresentationControls(*d, presenter);
+            StorePrintAdjustControls(*d, adjust);
+            EXPECT_EQ(Bytes(Save(*d)), Bytes(saved));
+            EXPECT_TRUE(Mapped(*Build(name), saved).empty());
+        }
     }
 }
 
@@ -233,6 +291,7 @@ TEST(TransferTest, LfBeforeCutIsBelowSixteenInTheRecord) {
 }
 
 TEST(TransferTest, BrightnessIsMirroredAroundTwoHundred) {
+    // A stored byte past 200 is no brightness the page offers: it loads as 100.
     const std::pair<int32_t, uint8_t> cases[] = {{0, 200}, {150, 50}, {201, 255}, {-55, 255}};
     for (const auto& [page, stored] : cases) {
         SCOPED_TRACE(page);
@@ -243,7 +302,7 @@ TEST(TransferTest, BrightnessIsMirroredAroundTwoHundred) {
         EXPECT_EQ(p.watermarkBrightness, stored);
         UiDeviceCommon back("", "", "", "");
         Load(back, p);
-        EXPECT_EQ(back.GetWatermarkBrightness(), 200 - stored);
+        EXPECT_EQ(back.GetWatermarkBrightness(), stored <= 200 ? 200 - stored : 100);
     }
 }
 
@@ -319,14 +378,13 @@ TEST(TransferTest, FreeBuffersAndTextsNeverPassTheirFields) {
     EXPECT_EQ(Bytes(p.couponPath, 256), exact);  // fills the field: no terminator
     EXPECT_EQ(Bytes(p.logos[kLogoEndPage].path, 256), "short" + std::string(251, '\0'));
 
-    // A length claiming more than the field, or a text without terminator, is read up to the
-    // field only.
-    p.startJobBufferLength = 0xFFFF;
+    // A text without terminator is read up to the field only; a length claiming more than the
+    // field loads as no command.
     p.endJobBufferLength = 513;
     UiDeviceCommon back("", "", "", "");
     Load(back, p);
     EXPECT_EQ(back.GetStartJobBuffer().size(), 512u);
-    EXPECT_EQ(back.GetEndJobBuffer(), std::vector<uint8_t>(512, 0x41));
+    EXPECT_TRUE(back.GetEndJobBuffer().empty());
     EXPECT_EQ(back.GetWatermarkPath(), longPath.substr(0, 256));
     EXPECT_EQ(back.GetCouponPath(), exact);
 }
@@ -347,17 +405,6 @@ TEST(TransferTest, ResetWritesDefaultsPlusExportAndLoadsThem) {
     EXPECT_FALSE(Contains(log.Messages(), "Saving UI Settings for UNI:"));
     EXPECT_TRUE(Contains(log.Messages(), "UI Settings From OEMDEV:"));
     EXPECT_EQ(Bytes(Save(*d)), Bytes(p));
-}
-
-TEST(TransferTest, NothingIsFormattedBelowTheDetailLevel) {
-    ScopedTestLog log(kLogInfo, 1);
-    std::unique_ptr<UiDeviceCommon> d = Build("ZLD90VII");
-    SetBusyDocument(*d);
-    OemDevPayload p = Save(*d);
-    p.cutMode = 0xFF;
-    std::string printer;
-    d->FillUIDeviceValuesWithOEMDEV(printer, p);
-    EXPECT_EQ(log.Text(), "");
 }
 
 }  // namespace

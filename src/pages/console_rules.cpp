@@ -5,6 +5,7 @@
 #include "infra/text_format.h"
 #include "pages/free_buffer.h"
 #include "settings/setting_enums.h"
+#include "settings/setting_ranges.h"
 #include "settings/ui_device_common.h"
 
 namespace {
@@ -12,10 +13,6 @@ namespace {
 constexpr int kSourceNone = 0;
 constexpr int kSourceFile = 1;
 constexpr int kSourceText = 2;
-
-bool IsTextMode(uint8_t mode) {
-    return mode == FREE_CMD_MODE_ASCII || mode == FREE_CMD_MODE_ZAP || mode == FREE_CMD_MODE_SPACE;
-}
 
 ValidationFailure Failure(std::string message, std::string logLine) {
     return ValidationFailure{std::move(message), PageId::kConsole, std::move(logLine)};

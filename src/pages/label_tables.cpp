@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "settings/setting_enums.h"
+#include "settings/setting_ranges.h"
 
 namespace {
 
@@ -199,7 +200,7 @@ const LabelList& CouponSizeLabels() {
     return labels;
 }
 const LabelList& CouponCopiesLabels() {
-    static const LabelList labels = Numbered(1, 15);
+    static const LabelList labels = Numbered(1, kCouponCopiesMax);
     return labels;
 }
 const LabelList& DitheringLabels() {

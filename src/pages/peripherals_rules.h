@@ -20,14 +20,11 @@
 #include <vector>
 
 #include "pages/page_view.h"
+#include "settings/setting_ranges.h"
 
 class UiDeviceCommon;
 
-inline constexpr long kPulseMin = 2;
-inline constexpr long kPulseMax = 512;
 inline constexpr size_t kPulseTextLimit = 8;
-// What a drawer that was never enabled shows: the record's own default, a time drawers accept.
-inline constexpr uint16_t kDefaultPulse = 256;
 
 // The model's drawer phases that the page can name, in the model's order.
 std::vector<uint8_t> DrawerPhaseChoices(const UiDeviceCommon& device);

@@ -22,19 +22,6 @@ ValidationFailure Failure(const char* message, std::string logLine) {
 
 }  // namespace
 
-// The mode values step by 16; one mask per class keeps the tests that a record reader applies.
-bool LengthApplies(uint8_t mode) {
-    return ((mode - 32) & 0xAF) == 0 && mode != PRN_PROP_PRESENT_HOLD_MAX;
-}
-
-bool DurationApplies(uint8_t mode) {
-    return ((mode - 96) & 0xEF) == 0;
-}
-
-bool PageToPageApplies(uint8_t mode) {
-    return ((mode - 16) & 0xCF) == 0 && mode != PRN_PROP_PRESENT_EJECT;
-}
-
 const char* PageToPageNotice(const PortFlags& port) {
     if (!port.statusKnown) {
         return nullptr;
@@ -128,10 +115,10 @@ std::optional<ValidationFailure> ValidatePresentationControls(
                               static_cast<int>(kPresentationMax)));
     }
     const long duration = NumberFromText(controls.durationText);
-    if (DurationApplies(mode) && (duration < 1 || duration > kPresentationMax)) {
+    if (DurationApplies(mode) && (duration < kDurationMin || duration > kPresentationMax)) {
         return Failure("The Presentation timeout must be a value between 1 and 255",
-                       Format("Presentation : timeout value out of range (%d  %d)", 1,
-                              static_cast<int>(kPresentationMax)));
+                       Format("Presentation : timeout value out of range (%d  %d)",
+                              static_cast<int>(kDurationMin), static_cast<int>(kPresentationMax)));
     }
     return std::nullopt;
 }

@@ -7,21 +7,12 @@
 #include <string>
 
 #include "pages/page_view.h"
+#include "settings/setting_ranges.h"
 
 class UiDeviceCommon;
 
-// The presenter modes each setting means something for.
-bool LengthApplies(uint8_t mode);      // HOLD_VALUE, PEJECT_TO, PRETRACT_TO
-bool DurationApplies(uint8_t mode);    // PEJECT_TO, PRETRACT_TO
-bool PageToPageApplies(uint8_t mode);  // HOLD_FIXED, HOLD_VALUE, HOLD_MAX
-
 inline constexpr int kTimeoutModePresentation = 0;
 inline constexpr int kTimeoutModeUnlimited = 1;
-// The record has no field for the timeout mode: "Unlimited" is the one time-out the typed value
-// can never reach (the check stops at 65534), so it is stored as 0xFFFF.
-inline constexpr uint16_t kUnlimitedTimeout = 0xFFFF;
-inline constexpr long kTimeoutMax = 65534;
-inline constexpr long kPresentationMax = 255;
 // The number edits are read with room for 8 characters and the terminator.
 inline constexpr size_t kNumberTextLimit = 8;
 

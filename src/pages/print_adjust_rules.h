@@ -6,11 +6,10 @@
 #include <string>
 
 #include "pages/page_view.h"
+#include "settings/setting_ranges.h"
 
 class UiDeviceCommon;
 
-inline constexpr int kOffsetMin = -1000;
-inline constexpr int kOffsetMax = 1000;
 // An offset edit is read with room for 8 characters and the terminator.
 inline constexpr size_t kOffsetTextLimit = 8;
 

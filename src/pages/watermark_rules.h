@@ -6,10 +6,9 @@
 
 #include "actions/uni_bridge.h"
 #include "pages/page_view.h"
+#include "settings/setting_ranges.h"
 
 class UiDeviceCommon;
-
-inline constexpr int kBrightnessMax = 200;  // 100 leaves the image as it is
 
 // The brightness trackbar's companion text: "100%".
 std::string BrightnessLabel(int position);

@@ -1,6 +1,7 @@
 // The settings transfers between the record and the capability object, with enforcement.
 #include <algorithm>
 #include <cstdarg>
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <type_traits>
@@ -9,6 +10,7 @@
 #include "infra/log.h"
 #include "settings/setting_enums.h"
 #include "settings/setting_names.h"
+#include "settings/setting_ranges.h"
 #include "settings/ui_device_common.h"
 
 namespace {
@@ -94,6 +96,91 @@ std::string LoadText(const char (&field)[N]) {
     return std::string(field, length);
 }
 
+bool IsControl(char c) {
+    return static_cast<unsigned char>(c) < 0x20;
+}
+
+// A text for the log line that names it, its control bytes as "\xHH".
+std::string Printable(const std::string& text) {
+    std::string shown;
+    for (char c : text) {
+        if (IsControl(c)) {
+            char escaped[5];
+            std::snprintf(escaped, sizeof escaped, "\\x%02X", static_cast<unsigned char>(c));
+            shown += escaped;
+        } else {
+            shown += c;
+        }
+    }
+    return shown;
+}
+
+// Loading: a stored number that the pages accept loads as stored; any other becomes `start`,
+// with a line that says what was stored and what it became.
+template <typename T>
+T Accepted(TransferLog& log, const char* prefix, T stored, bool accepted, T start) {
+    if (accepted) {
+        return stored;
+    }
+    if (log.On()) {
+        log.Mapped(prefix, std::to_string(stored), std::to_string(start));
+    }
+    return start;
+}
+
+// Loading: a text field holds text (up to its first zero byte or its end) with no control byte;
+// any other loads as empty, with a line.
+template <size_t N>
+std::string LoadCheckedText(TransferLog& log, const char* prefix, const char (&field)[N]) {
+    std::string text = LoadText(field);
+    if (std::none_of(text.begin(), text.end(), IsControl)) {
+        return text;
+    }
+    if (log.On()) {
+        log.Mapped(prefix, Printable(text), "");
+    }
+    return std::string();
+}
+
+bool IsFlag(long value) {
+    return value == 0 || value == 1;
+}
+
+bool IsPulse(long value) {
+    return value >= kPulseMin && value <= kPulseMax;
+}
+
+bool IsImageSize(long value) {
+    return value == IM_DKEEP || value == IM_DZOOM;
+}
+
+bool IsImageAlign(long value) {
+    return value >= IM_DALIGN_LEFT && value <= IM_DALIGN_RIGHT;
+}
+
+bool IsCouponCopies(long value) {
+    return value >= 1 && value <= kCouponCopiesMax;
+}
+
+bool IsAfterTimeout(long value) {
+    return value >= PRN_PROP_PAGE2PAGE_AFTERTO_DONOTHING &&
+           value <= PRN_PROP_PAGE2PAGE_AFTERTO_CLEAN_QUEUE;
+}
+
+bool IsReductionMode(long value) {
+    return value == REDW_ABSOLUTEVAL || value == REDW_PERCENT;
+}
+
+// The reduction steps the Print adjust page offers.
+bool IsReductionStep(long value) {
+    return UiDeviceCommon::PercentFromPosition(
+               UiDeviceCommon::PositionFromPercent(static_cast<int>(value))) == value;
+}
+
+bool IsFreeCommandMode(uint8_t mode) {
+    return mode == FREE_CMD_MODE_NONE || mode == FREE_CMD_MODE_FILENAME || IsTextMode(mode);
+}
+
 template <bool kSave>
 using Record8 = std::conditional_t<kSave, uint8_t, const uint8_t>;
 
@@ -162,9 +249,8 @@ bool ConversionIsUsable(uint8_t threshold, uint8_t filterUp, uint8_t filterDown)
            filterDown < filterUp;
 }
 
-// The Print adjust page accepts offsets from -1000 to 1000.
 int16_t OffsetOrZero(int16_t offset) {
-    return offset >= -1000 && offset <= 1000 ? offset : 0;
+    return offset >= kOffsetMin && offset <= kOffsetMax ? offset : 0;
 }
 
 // One free command buffer. The stored length may claim more than the 512-byte field holds, so
@@ -182,9 +268,25 @@ uint16_t MoveFreeBuffer(TransferLog& log, const char* head, Record8<kSave>& reco
             std::memcpy(field, held.data(), size);
         }
     } else {
+        // A file name is text; a mode the Console page cannot show, a length past the field or
+        // a file name that is not text loads as no command.
         size = std::min<size_t>(storedLength, kFreeBufferSize);
-        mode = recordMode;
-        held.assign(field, field + size);
+        const bool accepted =
+            storedLength <= kFreeBufferSize && IsFreeCommandMode(recordMode) &&
+            (recordMode != FREE_CMD_MODE_FILENAME ||
+             std::none_of(field, field + size, [](uint8_t b) { return IsControl(char(b)); }));
+        if (accepted) {
+            mode = recordMode;
+            held.assign(field, field + size);
+        } else {
+            if (log.On()) {
+                log.Mapped(" Mode/Length ",
+                           std::to_string(recordMode) + "/" + std::to_string(storedLength), "0/0");
+            }
+            mode = FREE_CMD_MODE_NONE;
+            held.clear();
+            size = 0;
+        }
     }
     if (mode == FREE_CMD_MODE_NONE) {
         log.Text(" Mode FREE_CMD_MODE_NONE So do nothing");
@@ -214,12 +316,30 @@ uint16_t MoveFreeBuffer(TransferLog& log, const char* head, Record8<kSave>& reco
         }                                                                                       \
     } while (false)
 
+// As KIV_MOVE; loading takes the stored value only where `accepts(stored)` holds, else `start`.
+#define KIV_MOVE_CHECKED(recordField, objectField, prefix, accepts, start)                \
+    do {                                                                                  \
+        using Stored = std::remove_cvref_t<decltype(recordField)>;                        \
+        if constexpr (kSave) {                                                            \
+            recordField = static_cast<Stored>(objectField);                               \
+        } else {                                                                          \
+            const Stored stored = recordField;                                            \
+            objectField =                                                                 \
+                static_cast<std::remove_cvref_t<decltype(objectField)>>(Accepted<Stored>( \
+                    log, prefix, stored, accepts(stored), static_cast<Stored>(start)));   \
+        }                                                                                 \
+    } while (false)
+
+// The value a transfer has just written: the record's on saving, the object's on loading.
+#define KIV_HELD(recordField, objectField) \
+    (kSave ? static_cast<int>(recordField) : static_cast<int>(objectField))
+
 void UiDeviceCommon::WriteFixedDefaults(OemDevPayload& p) const {
     StoreText(p.modelName, GetModelName());
     StoreText(p.secondaryName, secondaryName_);
     p.cashDrawerEnable = 0;
-    p.cashDrawerTimeOn = 256;
-    p.cashDrawerTimeOff = 256;
+    p.cashDrawerTimeOn = kDefaultPulse;
+    p.cashDrawerTimeOff = kDefaultPulse;
     p.watermarkEnable = 0;
     p.watermarkDrawPosition = WK_UNDER;
     p.watermarkDrawType = WK_DSTRETCH;
@@ -228,7 +348,7 @@ void UiDeviceCommon::WriteFixedDefaults(OemDevPayload& p) const {
     p.reserved942 = 0;
     p.reserved943 = 100;
     p.watermarkBrightnessEnable = 0;
-    p.watermarkBrightness = 100;
+    p.watermarkBrightness = kBrightnessMirror - kDefaultBrightness;
     std::memset(p.logos, 0, sizeof(p.logos));
     p.convMode = CMODE_AUTO;
     p.convThreshold = kConvThreshold;
@@ -277,15 +397,19 @@ void UiDeviceCommon::TransferSettings(
 
     log.Text("++++++ Cash Drawer ++++++");
     if (p.supCashDrawer != 0) {
-        KIV_MOVE(p.cashDrawerEnable, cashDrawerEnable_);
-        log.Line(" Cash Drawer Enable <%d>", p.cashDrawerEnable);
-        if (p.cashDrawerEnable != 0) {
-            KIV_MOVE(p.cashDrawerPins, cashDrawerPins_);
-            KIV_MOVE(p.cashDrawerTimeOn, cashDrawerTimeOn_);
-            KIV_MOVE(p.cashDrawerTimeOff, cashDrawerTimeOff_);
-            log.Named(" Pins Value ", CdPinsName, p.cashDrawerPins);
-            log.Line(" Time ON Value %dms", p.cashDrawerTimeOn);
-            log.Line(" Time OFF Value %dms", p.cashDrawerTimeOff);
+        KIV_MOVE_CHECKED(p.cashDrawerEnable, cashDrawerEnable_, " Cash Drawer Enable ", IsFlag, 0);
+        log.Line(" Cash Drawer Enable <%d>", cashDrawerEnable_);
+        if (cashDrawerEnable_ != 0) {
+            static const std::vector<uint8_t> kPins = {PRN_PROP_CDPINS_PIN1, PRN_PROP_CDPINS_PIN2,
+                                                       PRN_PROP_CDPINS_PIN1AND2};
+            MoveOffered<kSave>(log, p.cashDrawerPins, cashDrawerPins_, " Pins Value ", CdPinsName,
+                               {kPins, PRN_PROP_CDPINS_NO, PRN_PROP_CDPINS_NO, PRN_PROP_CDPINS_NO});
+            KIV_MOVE_CHECKED(p.cashDrawerTimeOn, cashDrawerTimeOn_, " Time ON Value ", IsPulse,
+                             kDefaultPulse);
+            KIV_MOVE_CHECKED(p.cashDrawerTimeOff, cashDrawerTimeOff_, " Time OFF Value ", IsPulse,
+                             kDefaultPulse);
+            log.Line(" Time ON Value %dms", cashDrawerTimeOn_);
+            log.Line(" Time OFF Value %dms", cashDrawerTimeOff_);
             MoveOffered<kSave>(
                 log, p.cashDrawerPhase, cashDrawerPhase_, " Phase Value ", CdPhaseName,
                 {cashDrawerPhaseList_, PRN_PROP_CDPHASE_NO, e.cashDrawerPhase, s.cashDrawerPhase});
@@ -388,9 +512,15 @@ void UiDeviceCommon::TransferSettings(
                            {presentationList_, PRN_PROP_PRESENT_NOTSETBYDRIVER, e.presentationMode,
                             s.presentationMode});
         KIV_MOVE(p.presentationValue, presentationValue_);
-        KIV_MOVE(p.presentationTimeout, presentationTimeout_);
-        log.Line(" Value %d", p.presentationValue);
-        log.Line(" TO Value %dms", p.presentationTimeout);
+        // A byte holds every length the page accepts; the duration must be 1 or more where the
+        // mode uses it.
+        const auto isDuration = [mode = presentationMode_](long value) {
+            return !DurationApplies(mode) || (value >= kDurationMin && value <= kPresentationMax);
+        };
+        KIV_MOVE_CHECKED(p.presentationTimeout, presentationTimeout_, " TO Value ", isDuration,
+                         s.presentationTimeout);
+        log.Line(" Value %d", KIV_HELD(p.presentationValue, presentationValue_));
+        log.Line(" TO Value %dms", KIV_HELD(p.presentationTimeout, presentationTimeout_));
     } else {
         if constexpr (kSave) {
             p.presentationMode = PRN_PROP_PRESENT_NOTSETBYDRIVER;
@@ -413,17 +543,19 @@ void UiDeviceCommon::TransferSettings(
 
     log.Text("++++++ Page 2 Page ++++++");
     if (p.supPage2Page != 0) {
-        KIV_MOVE(p.page2PageEnable, page2PageEnable_);
-        log.Line(" Page2Page Enable <%d>", p.page2PageEnable);
-        if (p.page2PageEnable != 0) {
+        KIV_MOVE_CHECKED(p.page2PageEnable, page2PageEnable_, " Page2Page Enable ", IsFlag, 0);
+        log.Line(" Page2Page Enable <%d>", page2PageEnable_);
+        if (page2PageEnable_ != 0) {
             // The action has no not-set value: its starting value stands in for one.
             MoveOffered<kSave>(
                 log, p.page2PageAction, page2PageAction_, " Page2Page After TO ",
                 Page2PageActionName,
                 {page2PageActionList_, s.page2PageAction, e.page2PageAction, s.page2PageAction});
+            // Every 16-bit time-out is one the page can show: 0xFFFF is "Unlimited".
             KIV_MOVE(p.page2PageTimeout, page2PageTimeout_);
-            KIV_MOVE(p.page2PageExtra, page2PageExtra_);
-            log.Line(" TO %d sec (0x%04X)", p.page2PageTimeout, p.page2PageTimeout);
+            KIV_MOVE_CHECKED(p.page2PageExtra, page2PageExtra_, " Page2Page After TO Extra ",
+                             IsAfterTimeout, s.page2PageExtra);
+            log.Line(" TO %d sec (0x%04X)", page2PageTimeout_, page2PageTimeout_);
             log.Named(" Page2Page After TO Extra ", Page2PageAfterToName, page2PageExtra_);
         }
     } else {
@@ -436,52 +568,61 @@ void UiDeviceCommon::TransferSettings(
     }
 
     log.Text("++++++ Watermark ++++++");
-    KIV_MOVE(p.watermarkEnable, watermarkEnable_);
-    log.Line(" Watermark Enable <%d>", p.watermarkEnable);
-    if (p.watermarkEnable != 0) {
+    KIV_MOVE_CHECKED(p.watermarkEnable, watermarkEnable_, " Watermark Enable ", IsFlag, 0);
+    log.Line(" Watermark Enable <%d>", watermarkEnable_);
+    if (watermarkEnable_ != 0) {
         KIV_MOVE(p.watermarkDrawPosition, watermarkDrawPosition_);
         KIV_MOVE(p.watermarkDrawType, watermarkDrawType_);
         KIV_MOVE(p.watermarkVHPosition, watermarkVHPosition_);
-        KIV_MOVE(p.watermarkBrightnessEnable, watermarkBrightnessEnable_);
+        KIV_MOVE_CHECKED(p.watermarkBrightnessEnable, watermarkBrightnessEnable_,
+                         " Brightness Enable ", IsFlag, 0);
         // The record keeps the brightness mirrored around 200, in one byte.
         if constexpr (kSave) {
             StoreText(p.watermarkPath, watermarkPath_);
             p.watermarkBrightness = static_cast<uint8_t>(kBrightnessMirror - watermarkBrightness_);
         } else {
-            watermarkPath_ = LoadText(p.watermarkPath);
-            watermarkBrightness_ = kBrightnessMirror - p.watermarkBrightness;
+            watermarkPath_ = LoadCheckedText(log, " Path ", p.watermarkPath);
+            const auto isBrightness = [](long stored) { return stored <= kBrightnessMax; };
+            watermarkBrightness_ =
+                kBrightnessMirror -
+                Accepted<uint8_t>(log, " Brightness100 ", p.watermarkBrightness,
+                                  isBrightness(p.watermarkBrightness),
+                                  static_cast<uint8_t>(kBrightnessMirror - kDefaultBrightness));
         }
         log.Named(" Draw Position ", WatermarkDrawPositionName, p.watermarkDrawPosition);
         log.Named(" Draw Type ", WatermarkDrawTypeName, p.watermarkDrawType);
         log.Named(" VH Position ", WatermarkVHPositionName, p.watermarkVHPosition);
         log.Named(" Path ", watermarkPath_);
-        log.Line(" Brightness Enable <%d>", p.watermarkBrightnessEnable);
+        log.Line(" Brightness Enable <%d>",
+                 KIV_HELD(p.watermarkBrightnessEnable, watermarkBrightnessEnable_));
         // An integer behind %f, converted so that the call is well defined (kept-behaviour:
         // Floating-point log lines).
         log.Line(" Brightness100 %f", static_cast<double>(watermarkBrightness_));
     }
 
     log.Text("++++++ Coupon ++++++");
-    KIV_MOVE(p.couponEnable, couponEnable_);
-    log.Line(" Coupon Enable <%d>", p.couponEnable);
-    if (p.couponEnable != 0) {
+    KIV_MOVE_CHECKED(p.couponEnable, couponEnable_, " Coupon Enable ", IsFlag, 0);
+    log.Line(" Coupon Enable <%d>", couponEnable_);
+    if (couponEnable_ != 0) {
         if constexpr (kSave) {
             p.couponScale = kCouponScale;
             StoreText(p.couponPath, couponPath_);
         } else {
-            couponPath_ = LoadText(p.couponPath);
+            couponPath_ = LoadCheckedText(log, " Path ", p.couponPath);
         }
-        KIV_MOVE(p.couponDrawType, couponDrawType_);
-        KIV_MOVE(p.couponDrawPosition, couponDrawPosition_);
+        KIV_MOVE_CHECKED(p.couponDrawType, couponDrawType_, " Draw Type ", IsImageSize, IM_DKEEP);
+        KIV_MOVE_CHECKED(p.couponDrawPosition, couponDrawPosition_, " Draw Position ", IsImageAlign,
+                         IM_DALIGN_LEFT);
         KIV_MOVE(p.couponCutInter, couponCutInter_);
         KIV_MOVE(p.couponCutFinal, couponCutFinal_);
-        KIV_MOVE(p.couponCopies, couponCopies_);
+        // The record's default of 0 copies is no count the page offers; it shows 1.
+        KIV_MOVE_CHECKED(p.couponCopies, couponCopies_, " Copies ", IsCouponCopies, 1);
         log.Named(" Path ", couponPath_);
-        log.Named(" Draw Type ", ImageDrawTypeName, p.couponDrawType);
-        log.Named(" Draw Position ", ImageDrawPositionName, p.couponDrawPosition);
-        log.Named(" Cut Mode Inter ", CouponCutName, p.couponCutInter);
-        log.Named(" Cut Mode Final ", CouponCutName, p.couponCutFinal);
-        log.Line(" Copies %d", p.couponCopies);
+        log.Named(" Draw Type ", ImageDrawTypeName, couponDrawType_);
+        log.Named(" Draw Position ", ImageDrawPositionName, couponDrawPosition_);
+        log.Named(" Cut Mode Inter ", CouponCutName, couponCutInter_);
+        log.Named(" Cut Mode Final ", CouponCutName, couponCutFinal_);
+        log.Line(" Copies %d", couponCopies_);
     }
 
     static constexpr const char* kLogoHeads[kLogoCount] = {
@@ -491,20 +632,22 @@ void UiDeviceCommon::TransferSettings(
         auto& record = p.logos[i];
         LogoSettings& logo = logos_[i];
         log.Text(kLogoHeads[i]);
-        KIV_MOVE(record.enable, logo.enable);
-        log.Line(" Logo Enable <%d>", record.enable);
-        if (record.enable != 0) {
-            KIV_MOVE(record.source, logo.source);
-            KIV_MOVE(record.drawType, logo.drawType);
-            KIV_MOVE(record.drawPosition, logo.drawPosition);
+        KIV_MOVE_CHECKED(record.enable, logo.enable, " Logo Enable ", IsFlag, 0);
+        log.Line(" Logo Enable <%d>", logo.enable);
+        if (logo.enable != 0) {
+            KIV_MOVE_CHECKED(record.source, logo.source, " Source ", IsFlag,
+                             LOGO_TYPE_PRINTFROMFLASH);
+            KIV_MOVE_CHECKED(record.drawType, logo.drawType, " Draw Type ", IsImageSize, IM_DKEEP);
+            KIV_MOVE_CHECKED(record.drawPosition, logo.drawPosition, " Draw Position ",
+                             IsImageAlign, IM_DALIGN_LEFT);
             if constexpr (kSave) {
                 StoreText(record.path, logo.path);
             } else {
-                logo.path = LoadText(record.path);
+                logo.path = LoadCheckedText(log, " Path or number ", record.path);
             }
-            log.Named(" Source ", LogoSourceName, record.source);
-            log.Named(" Draw Type ", ImageDrawTypeName, record.drawType);
-            log.Named(" Draw Position ", ImageDrawPositionName, record.drawPosition);
+            log.Named(" Source ", LogoSourceName, logo.source);
+            log.Named(" Draw Type ", ImageDrawTypeName, logo.drawType);
+            log.Named(" Draw Position ", ImageDrawPositionName, logo.drawPosition);
             log.Named(" Path or number ", logo.path);
         }
     }
@@ -524,16 +667,19 @@ void UiDeviceCommon::TransferSettings(
     }
 
     log.Text("++++++ Paper Reduction ++++++");
-    KIV_MOVE(p.reductionEnable, reductionEnable_);
-    log.Line(" Paper Reduction Enable <%d>", p.reductionEnable);
-    if (p.reductionEnable != 0) {
-        KIV_MOVE(p.reductionMode, reductionMode_);
+    KIV_MOVE_CHECKED(p.reductionEnable, reductionEnable_, " Paper Reduction Enable ", IsFlag, 0);
+    log.Line(" Paper Reduction Enable <%d>", reductionEnable_);
+    if (reductionEnable_ != 0) {
+        KIV_MOVE_CHECKED(p.reductionMode, reductionMode_, " Reduction Mode ", IsReductionMode,
+                         REDW_ABSOLUTEVAL);
         KIV_MOVE(p.reductionMinValue, reductionMinValue_);
-        KIV_MOVE(p.reductionValue, reductionValue_);
-        log.Named(" Reduction Mode ", ReductionModeName, p.reductionMode);
-        log.Line(" Min Value %d", p.reductionMinValue);
+        // The record's default of 0 is no step the page offers; it shows the first.
+        KIV_MOVE_CHECKED(p.reductionValue, reductionValue_, " Value ", IsReductionStep,
+                         UiDeviceCommon::PercentFromPosition(0));
+        log.Named(" Reduction Mode ", ReductionModeName, reductionMode_);
+        log.Line(" Min Value %d", reductionMinValue_);
         // As for the brightness: an integer behind %f, converted so the call is well defined.
-        log.Line(" Value %f", static_cast<double>(p.reductionValue));
+        log.Line(" Value %f", static_cast<double>(reductionValue_));
     }
 
     log.Text("++++++ Convertion image to 1Bit ++++++");  // kept-behaviour: Texts kept as written
@@ -571,18 +717,20 @@ void UiDeviceCommon::TransferSettings(
     }
 
     log.Text("++++++ Extra ++++++");
-    KIV_MOVE(p.skipWhitePages, skipWhitePages_);
-    KIV_MOVE(p.whiteTopCrop, whiteTopCrop_);
-    KIV_MOVE(p.whiteBottomCrop, whiteBottomCrop_);
-    KIV_MOVE(p.rotate180, rotate180_);
-    log.Line(" Skip White Pages :%d", p.skipWhitePages);
-    log.Line(" White Top Crop :%d", p.whiteTopCrop);
-    log.Line(" White Bottom Crop :%d", p.whiteBottomCrop);
-    log.Line(" Rotate Page 180 :%d", p.rotate180);
+    KIV_MOVE_CHECKED(p.skipWhitePages, skipWhitePages_, " Skip White Pages ", IsFlag, 0);
+    KIV_MOVE_CHECKED(p.whiteTopCrop, whiteTopCrop_, " White Top Crop ", IsFlag, 0);
+    KIV_MOVE_CHECKED(p.whiteBottomCrop, whiteBottomCrop_, " White Bottom Crop ", IsFlag, 0);
+    KIV_MOVE_CHECKED(p.rotate180, rotate180_, " Rotate Page 180 ", IsFlag, 0);
+    log.Line(" Skip White Pages :%d", skipWhitePages_);
+    log.Line(" White Top Crop :%d", whiteTopCrop_);
+    log.Line(" White Bottom Crop :%d", whiteBottomCrop_);
+    log.Line(" Rotate Page 180 :%d", rotate180_);
     log.Text(kStars);
 }
 
 #undef KIV_MOVE
+#undef KIV_MOVE_CHECKED
+#undef KIV_HELD
 
 template void UiDeviceCommon::TransferSettings<true>(OemDevPayload&);
 template void UiDeviceCommon::TransferSettings<false>(const OemDevPayload&);

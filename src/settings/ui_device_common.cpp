@@ -45,9 +45,23 @@ void UiDeviceCommon::TakeCapabilityFlagsFromExport() {
 }
 
 void UiDeviceCommon::KeepStartingValues() {
-    starts_ = {cashDrawerPhase_, buzzer_,          density_,  quality_,          cutMode_,
-               recovery_,        continuousMode_,  selector_, presentationMode_, headLed_,
-               blackMark_,       page2PageAction_, feeder_};
+    starts_ = {
+        .cashDrawerPhase = cashDrawerPhase_,
+        .buzzer = buzzer_,
+        .density = density_,
+        .quality = quality_,
+        .cutMode = cutMode_,
+        .recovery = recovery_,
+        .continuousMode = continuousMode_,
+        .selector = selector_,
+        .presentationMode = presentationMode_,
+        .headLed = headLed_,
+        .blackMark = blackMark_,
+        .page2PageAction = page2PageAction_,
+        .page2PageExtra = page2PageExtra_,
+        .feeder = feeder_,
+        .presentationTimeout = presentationTimeout_,
+    };
 }
 
 namespace {

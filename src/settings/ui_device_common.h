@@ -244,8 +244,9 @@ class UiDeviceCommon {
     void SetCapabilityFlag(size_t index, uint8_t value);
     // Sets the flag row from the Sup bytes of this object's own capability export.
     void TakeCapabilityFlagsFromExport();
-    // Remembers the current values of the settings with offered lists as the ones that a loaded
-    // value the model does not offer becomes; a model's constructor calls it once its lists and
+    // Remembers the current values of the settings with offered lists (and of the presenter's
+    // duration and the page-to-page extra) as the ones that a loaded value the pages would not
+    // accept becomes; a model's constructor calls it once its lists and
     // starting values are set.
     void KeepStartingValues();
 
@@ -258,8 +259,9 @@ class UiDeviceCommon {
 
     struct StartingValues {
         uint8_t cashDrawerPhase, buzzer, density, quality, cutMode, recovery, continuousMode,
-            selector, presentationMode, headLed, blackMark, page2PageAction;
+            selector, presentationMode, headLed, blackMark, page2PageAction, page2PageExtra;
         uint16_t feeder;
+        int32_t presentationTimeout;
     };
     StartingValues starts_{};
 
