@@ -86,9 +86,9 @@ TEST(UniBridge, TheModuleIsFoundThenEachExportCalledForSizeAndFillAndTheModuleFr
         {[](auto& f) { return f.GetBuffer_PrintLogoNVRAM(7, 2); }, KIV_UNI_EXPORT_LOGO_NVRAM,
          "KIV P|7|2|"},
         {[&](auto& f) { return f.GetBuffer_PrintLogoFILE(image); }, KIV_UNI_EXPORT_LOGO_FILE,
-         "KIV P|C:\\Logo.png|576|418|1|2|"},
+         "KIV P|C:\\Logo.png|576|418|2|1|"},
         {[&](auto& f) { return f.GetBuffer_PrintCouponFILE(image); }, KIV_UNI_EXPORT_COUPON_FILE,
-         "KIV P|C:\\Logo.png|576|418|1|2|"},
+         "KIV P|C:\\Logo.png|576|418|2|1|"},
         {[](auto& f) {
              return f.GetBuffer_PrintWatermarkFILE({"C:\\w.bmp", 576, 1200, 418, 1, 3, 33, 150});
          },

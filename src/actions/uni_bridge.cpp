@@ -123,7 +123,7 @@ std::vector<uint8_t> RunImageExport(const UniBridgePorts& ports, PrinterHandle p
             const std::string name = printerName;
             const std::string path = request.path;
             return function(UniText(name), UniText(path), request.paperWidthDots,
-                            request.modelNumber, request.drawType, request.position, out);
+                            request.modelNumber, request.position, request.drawType, out);
         });
 }
 

@@ -31,10 +31,11 @@ extern "C" {
 typedef int32_t (*KivGetBufferPrintLogoNVRAM)(KivUniText printer, uint32_t logoNumber,
                                               uint8_t position, uint8_t* out);
 // A logo or coupon from an image file: the paper width in dots, the model number, then the
-// draw type (0 keep, 1 zoom) and the position code.
+// position code (0 left, 1 centre, 2 right) and the scale, that is the draw type (0 keep,
+// 1 zoom). The coupon's order is the rendering module's; the logo takes the same.
 typedef int32_t (*KivGetBufferPrintImageFILE)(KivUniText printer, KivUniText path,
                                               uint32_t paperWidthDots, uint32_t modelNumber,
-                                              uint8_t drawType, uint8_t position, uint8_t* out);
+                                              uint8_t position, uint8_t drawType, uint8_t* out);
 // A watermark from an image file: paper width and length in dots and the model number; layer
 // (0 over, 1 under), fit (0 keep, 1 stretch, 2 tile, 3 tile column) and the place code (high
 // nibble horizontal, low nibble vertical: 1, 2, 4); the brightness 0..200 (100 unchanged).

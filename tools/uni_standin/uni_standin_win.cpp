@@ -177,17 +177,17 @@ int32_t GetBufferPrintLogoNVRAM(KivUniText printer, uint32_t logoNumber, uint8_t
 }
 
 int32_t GetBufferPrintLogoFILE(KivUniText printer, KivUniText path, uint32_t paperWidthDots,
-                               uint32_t modelNumber, uint8_t drawType, uint8_t position,
+                               uint32_t modelNumber, uint8_t position, uint8_t drawType,
                                uint8_t* out) {
-    return Answer(out, kLogoFile, &path, printer, path, paperWidthDots, modelNumber, drawType,
-                  position);
+    return Answer(out, kLogoFile, &path, printer, path, paperWidthDots, modelNumber, position,
+                  drawType);
 }
 
 int32_t GetBufferPrintCouponFILE(KivUniText printer, KivUniText path, uint32_t paperWidthDots,
-                                 uint32_t modelNumber, uint8_t drawType, uint8_t position,
+                                 uint32_t modelNumber, uint8_t position, uint8_t drawType,
                                  uint8_t* out) {
-    return Answer(out, kCouponFile, &path, printer, path, paperWidthDots, modelNumber, drawType,
-                  position);
+    return Answer(out, kCouponFile, &path, printer, path, paperWidthDots, modelNumber, position,
+                  drawType);
 }
 
 int32_t GetBufferPrintWatermarkFILE(KivUniText printer, KivUniText path, uint32_t paperWidthDots,
