@@ -43,6 +43,17 @@ MODELS = [
     ("WR35VIIEJ", "Kiosk printer", 58, 448, "cutter, ejector"),
 ]
 
+# The paper feeder's sources as input bins: the universal driver keeps a device mode's paper
+# source only when the GPD offers a bin with that id, and the plug-in writes the feeder value
+# there. Ids and names are the Accessories page's feeder values and labels; the first is the
+# default. A model without a feeder takes its paper from the roll.
+FEEDER_BINS = [
+    (1000, "FEEDER_AUTO", "Autoselected feeder"),
+    (1001, "FEEDER_1", "Feeder 1"),
+    (1002, "FEEDER_2", "Feeder 2"),
+    (1003, "FEEDER_3", "Feeder 3"),
+]
+
 # Roll lengths offered as paper sizes, in mm; the first is the default.
 ROLL_LENGTHS_MM = [297, 100, 3276]
 
@@ -106,8 +117,20 @@ def model_gpd(model, kind, paper_mm, printable, features):
             f"        *CursorOrigin: PAIR({margin}, 0)",
             "    }",
         ]
-    out += ["}"]
+    out += ["}", ""] + input_bins("paper feeder" in features)
     return crlf(out)
+
+
+def input_bins(feeder):
+    out = ["*Feature: InputBin", "{", '    *Name: "Paper Source"']
+    if not feeder:
+        return out + ["    *DefaultOption: ROLL", "    *Option: ROLL", "    {",
+                      '        *Name: "Roll paper"', "    }", "}"]
+    out.append(f"    *DefaultOption: {FEEDER_BINS[0][1]}")
+    for option_id, option, name in FEEDER_BINS:
+        out += [f"    *Option: {option}", "    {", f'        *Name: "{name}"',
+                f"        *OptionID: {option_id}", "    }"]
+    return out + ["}"]
 
 
 def common_gpd():
@@ -130,16 +153,6 @@ def common_gpd():
         "    *Option: LANDSCAPE_CC270",
         "    {",
         '        *Name: "Landscape"',
-        "    }",
-        "}",
-        "",
-        "*Feature: InputBin",
-        "{",
-        '    *Name: "Paper Source"',
-        "    *DefaultOption: ROLL",
-        "    *Option: ROLL",
-        "    {",
-        '        *Name: "Roll paper"',
         "    }",
         "}",
         "",

@@ -13,6 +13,7 @@
 
 #include "entry/common_ui.h"
 #include "entry/gpd_reader.h"
+#include "settings/device_factory.h"
 #include "support/memory_gpd_files.h"
 #include "support/text_lines.h"
 
@@ -76,6 +77,11 @@ TEST(DriverPackage, EveryModelGpdYieldsItsModelTextAndTheRootEntries) {
               std::string("*Feature: Resolution"), std::string("*Feature: InputBin")}) {
             EXPECT_TRUE(present.count(entry)) << entry;
         }
+        std::vector<uint16_t> binIds;  // what a device mode's paper source can hold
+        for (const std::string& line : lines)
+            if (line.starts_with("        *OptionID: "))
+                binIds.push_back(std::stoi(line.substr(19)));
+        EXPECT_EQ(CreateUiDevice(model, "", "", "")->GetFeederList(), binIds);
     }
 }
 

@@ -94,6 +94,8 @@ LONG SaveSettingsPublicDM(PageContext* context, OemUiState* state, OemDevPayload
     }
     if (device != nullptr && device->GetCapabilityFlag(kCapFeeder) != 0 &&
         device->GetFeeder() != 0 && parameters != nullptr && parameters->pPublicDM != nullptr) {
+        // The universal driver reads a public field only where its dmFields bit is set.
+        parameters->pPublicDM->dmFields |= DM_DEFAULTSOURCE;
         parameters->pPublicDM->dmDefaultSource = static_cast<short>(device->GetFeeder());
         TheLog().Write(kLogDetail, kSaveName, "dmDefaultSource: %d",
                        static_cast<int>(parameters->pPublicDM->dmDefaultSource));
