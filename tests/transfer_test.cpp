@@ -207,6 +207,12 @@ TEST(TransferTest, LoadingMapsWhatTheModelDoesNotOffer) {
              std::memcpy(p.couponPath, "C:\\a\tb", 7);
          },
          " Path <C:\\a\\x09b> not offered, forced to <>"},
+        {"a watermark place off the grid", "J7",
+         [](OemDevPayload& p) {
+             p.watermarkEnable = 1;
+             p.watermarkVHPosition = 0x33;
+         },
+         " VH Position <NOID> not offered, forced to <WK_TOPLEFT>"},
         {"values at the ends of their ranges", "J7",
          [](OemDevPayload& p) {
              p.offsetX = -1000;

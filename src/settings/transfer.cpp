@@ -115,15 +115,17 @@ std::string Printable(const std::string& text) {
     return shown;
 }
 
-// Loading: a stored number that the pages accept loads as stored; any other becomes `start`,
-// with a line that says what was stored and what it became.
+// Loading: a stored value that the pages accept loads as stored; any other becomes `start`,
+// with a line that says what was stored and what it became, by name where it has one.
 template <typename T>
-T Accepted(TransferLog& log, const char* prefix, T stored, bool accepted, T start) {
+T Accepted(TransferLog& log, const char* prefix, T stored, bool accepted, T start,
+           std::string (*name)(T) = nullptr) {
     if (accepted) {
         return stored;
     }
     if (log.On()) {
-        log.Mapped(prefix, std::to_string(stored), std::to_string(start));
+        const auto text = [name](T value) { return name ? name(value) : std::to_string(value); };
+        log.Mapped(prefix, text(stored), text(start));
     }
     return start;
 }
@@ -148,6 +150,20 @@ bool IsFlag(long value) {
 
 bool IsPulse(long value) {
     return value >= kPulseMin && value <= kPulseMax;
+}
+
+bool IsWatermarkLayer(long value) {
+    return value == WK_OVER || value == WK_UNDER;
+}
+
+bool IsWatermarkFit(long value) {
+    return value >= WK_DKEEP && value <= WK_COLUMN_TILE;
+}
+
+// A place code's two nibbles are each 1, 2 or 4.
+bool IsWatermarkPlace(long value) {
+    const auto isStep = [](long nibble) { return nibble == 1 || nibble == 2 || nibble == 4; };
+    return value >= 0 && value <= 0xFF && isStep(value >> 4) && isStep(value & 0x0F);
 }
 
 bool IsImageSize(long value) {
@@ -317,16 +333,17 @@ uint16_t MoveFreeBuffer(TransferLog& log, const char* head, Record8<kSave>& reco
     } while (false)
 
 // As KIV_MOVE; loading takes the stored value only where `accepts(stored)` holds, else `start`.
-#define KIV_MOVE_CHECKED(recordField, objectField, prefix, accepts, start)                \
+// A name function, when given, names both in the line.
+#define KIV_MOVE_CHECKED(recordField, objectField, prefix, accepts, start, ...)           \
     do {                                                                                  \
         using Stored = std::remove_cvref_t<decltype(recordField)>;                        \
         if constexpr (kSave) {                                                            \
             recordField = static_cast<Stored>(objectField);                               \
         } else {                                                                          \
             const Stored stored = recordField;                                            \
-            objectField =                                                                 \
-                static_cast<std::remove_cvref_t<decltype(objectField)>>(Accepted<Stored>( \
-                    log, prefix, stored, accepts(stored), static_cast<Stored>(start)));   \
+            objectField = static_cast<std::remove_cvref_t<decltype(objectField)>>(        \
+                Accepted<Stored>(log, prefix, stored, accepts(stored),                    \
+                                 static_cast<Stored>(start) __VA_OPT__(, ) __VA_ARGS__)); \
         }                                                                                 \
     } while (false)
 
@@ -571,9 +588,12 @@ void UiDeviceCommon::TransferSettings(
     KIV_MOVE_CHECKED(p.watermarkEnable, watermarkEnable_, " Watermark Enable ", IsFlag, 0);
     log.Line(" Watermark Enable <%d>", watermarkEnable_);
     if (watermarkEnable_ != 0) {
-        KIV_MOVE(p.watermarkDrawPosition, watermarkDrawPosition_);
-        KIV_MOVE(p.watermarkDrawType, watermarkDrawType_);
-        KIV_MOVE(p.watermarkVHPosition, watermarkVHPosition_);
+        KIV_MOVE_CHECKED(p.watermarkDrawPosition, watermarkDrawPosition_, " Draw Position ",
+                         IsWatermarkLayer, WK_UNDER, WatermarkDrawPositionName);
+        KIV_MOVE_CHECKED(p.watermarkDrawType, watermarkDrawType_, " Draw Type ", IsWatermarkFit,
+                         WK_DSTRETCH, WatermarkDrawTypeName);
+        KIV_MOVE_CHECKED(p.watermarkVHPosition, watermarkVHPosition_, " VH Position ",
+                         IsWatermarkPlace, WK_TOPLEFT, WatermarkVHPositionName);
         KIV_MOVE_CHECKED(p.watermarkBrightnessEnable, watermarkBrightnessEnable_,
                          " Brightness Enable ", IsFlag, 0);
         // The record keeps the brightness mirrored around 200, in one byte.
@@ -589,9 +609,9 @@ void UiDeviceCommon::TransferSettings(
                                   isBrightness(p.watermarkBrightness),
                                   static_cast<uint8_t>(kBrightnessMirror - kDefaultBrightness));
         }
-        log.Named(" Draw Position ", WatermarkDrawPositionName, p.watermarkDrawPosition);
-        log.Named(" Draw Type ", WatermarkDrawTypeName, p.watermarkDrawType);
-        log.Named(" VH Position ", WatermarkVHPositionName, p.watermarkVHPosition);
+        log.Named(" Draw Position ", WatermarkDrawPositionName, watermarkDrawPosition_);
+        log.Named(" Draw Type ", WatermarkDrawTypeName, watermarkDrawType_);
+        log.Named(" VH Position ", WatermarkVHPositionName, watermarkVHPosition_);
         log.Named(" Path ", watermarkPath_);
         log.Line(" Brightness Enable <%d>",
                  KIV_HELD(p.watermarkBrightnessEnable, watermarkBrightnessEnable_));
@@ -610,7 +630,8 @@ void UiDeviceCommon::TransferSettings(
         } else {
             couponPath_ = LoadCheckedText(log, " Path ", p.couponPath);
         }
-        KIV_MOVE_CHECKED(p.couponDrawType, couponDrawType_, " Draw Type ", IsImageSize, IM_DKEEP);
+        KIV_MOVE_CHECKED(p.couponDrawType, couponDrawType_, " Draw Type ", IsImageSize, IM_DKEEP,
+                         ImageDrawTypeName);
         KIV_MOVE_CHECKED(p.couponDrawPosition, couponDrawPosition_, " Draw Position ", IsImageAlign,
                          IM_DALIGN_LEFT);
         KIV_MOVE(p.couponCutInter, couponCutInter_);
@@ -636,10 +657,11 @@ void UiDeviceCommon::TransferSettings(
         log.Line(" Logo Enable <%d>", logo.enable);
         if (logo.enable != 0) {
             KIV_MOVE_CHECKED(record.source, logo.source, " Source ", IsFlag,
-                             LOGO_TYPE_PRINTFROMFLASH);
-            KIV_MOVE_CHECKED(record.drawType, logo.drawType, " Draw Type ", IsImageSize, IM_DKEEP);
+                             LOGO_TYPE_PRINTFROMFLASH, LogoSourceName);
+            KIV_MOVE_CHECKED(record.drawType, logo.drawType, " Draw Type ", IsImageSize, IM_DKEEP,
+                             ImageDrawTypeName);
             KIV_MOVE_CHECKED(record.drawPosition, logo.drawPosition, " Draw Position ",
-                             IsImageAlign, IM_DALIGN_LEFT);
+                             IsImageAlign, IM_DALIGN_LEFT, ImageDrawPositionName);
             if constexpr (kSave) {
                 StoreText(record.path, logo.path);
             } else {
@@ -671,7 +693,7 @@ void UiDeviceCommon::TransferSettings(
     log.Line(" Paper Reduction Enable <%d>", reductionEnable_);
     if (reductionEnable_ != 0) {
         KIV_MOVE_CHECKED(p.reductionMode, reductionMode_, " Reduction Mode ", IsReductionMode,
-                         REDW_ABSOLUTEVAL);
+                         REDW_ABSOLUTEVAL, ReductionModeName);
         KIV_MOVE(p.reductionMinValue, reductionMinValue_);
         // The record's default of 0 is no step the page offers; it shows the first.
         KIV_MOVE_CHECKED(p.reductionValue, reductionValue_, " Value ", IsReductionStep,
