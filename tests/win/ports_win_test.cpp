@@ -50,11 +50,17 @@ TEST_F(PortsWin, TheBridgeOverTheRealPortsCallsTheInstalledStandIn) {
     };
     EXPECT_EQ(StandInHead(1, "KIV P") + Le32(3) + '\x02',
               Text(bridge.GetBuffer_PrintLogoNVRAM(3, 2)));
-    // The coupon page's Position choice (2) arrives before its Scale choice (1).
-    EXPECT_EQ(StandInHead(3, "KIV P") + StandInText(image) + Le32(576) + Le32(418) + '\x02' +
-                  '\x01' + bits,
-              Text(bridge.GetBuffer_PrintCouponFILE(
-                  CouponPreviewRequest({.path = image, .align = 2, .size = 1}, {576, 0, 418}))));
+    // The Coupon page's Position choice arrives before its Scale choice.
+    const CouponControls coupon{.enabled = true,
+                                .path = image,
+                                .align = 2,
+                                .size = 1,
+                                .copies = 0,
+                                .cutBetween = 0,
+                                .cutLast = 0};
+    EXPECT_EQ(StandInHead(3, "KIV P") + StandInText(image) + Le32(576) + Le32(418) +
+                  char(coupon.align) + char(coupon.size) + bits,
+              Text(bridge.GetBuffer_PrintCouponFILE(CouponPreviewRequest(coupon, {576, 0, 418}))));
     EXPECT_EQ(StandInHead(4, "KIV P") + StandInText(image) + Le32(576) + Le32(1200) + Le32(418) +
                   '\x01' + '\x03' + '\x21' + Le32(150) + bits,
               Text(bridge.GetBuffer_PrintWatermarkFILE({image, 576, 1200, 418, 1, 3, 0x21, 150})));
