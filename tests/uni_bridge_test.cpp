@@ -77,6 +77,7 @@ struct Bridge {
 };
 
 TEST(UniBridge, TheModuleIsFoundThenEachExportCalledForSizeAndFillAndTheModuleFreedOnce) {
+    // Draw type 1, position 2: the position code goes first.
     const UniImageRequest image{"C:\\Logo.png", 576, 418, 1, 2};
     struct Case {
         std::function<std::vector<uint8_t>(UniExportedFunctions&)> request;

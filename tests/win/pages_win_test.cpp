@@ -10,6 +10,8 @@
 #include "session/oem_ui_state.h"
 #include "pages/page_framework_win.h"
 #include "pages/save_settings_win.h"
+#include "settings/device_factory.h"
+#include "settings/setting_enums.h"
 #include "settings/ui_device_common.h"
 #include "win/windows_headers_win.h"
 
@@ -203,6 +205,15 @@ TEST_F(PagesWin, PrintAdjustSavesOffsetsAndReductionOfAnOpenedPageOnly) {
     EXPECT_EQ(capture_.count, 0);
     EXPECT_EQ(body.offsetX, -1000);  // the stored value
     EXPECT_EQ(ValidateDeviceInfoFromUI(nullptr, &state_), TRUE);
+
+    // A feeder model's choice (here its starting one) becomes the public paper source, with
+    // its field bit.
+    state_.device = CreateUiDevice("TRX430ATF", "", "", "");
+    DEVMODEW dm{};
+    OEMCUIPPARAM parameters{};
+    parameters.pPublicDM = &dm;
+    EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, &parameters), 0);
+    EXPECT_EQ(dm.dmFields & DM_DEFAULTSOURCE ? dm.dmDefaultSource : 0, PRN_PROP_FEEDER_AUTO);
 }
 
 }  // namespace
