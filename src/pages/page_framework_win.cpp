@@ -9,6 +9,7 @@
 #include "actions/uni_bridge.h"
 #include "infra/log.h"
 #include "ports/platform_win.h"
+#include "session/session_printer.h"
 #include "settings/ui_device_common.h"
 
 // The lean Windows headers leave out the file dialogs.
@@ -388,14 +389,15 @@ void PrintPreview(HWND hDlg, PageId page, PreviewRender render, const char* fail
         return;
     }
     const Platform& platform = WinPlatform();
-    const PrinterHandle printer = PagePrinterHandle(*state);
-    UniExportedFunctions bridge({*platform.spooler, *platform.modules, *platform.versions}, printer,
-                                state->printerName);
+    const RequestPrinter printer(*platform.spooler, *state);
+    UniExportedFunctions bridge({*platform.spooler, *platform.modules, *platform.versions},
+                                printer.Handle(), state->printerName);
     const PreviewPaper paper{static_cast<uint32_t>(state->paperWidthDots),
                              static_cast<uint32_t>(state->paperLengthDots),
                              static_cast<uint32_t>(state->device->GetModelNumber())};
-    const PreviewSend sent = SendPreviewData(*platform.spooler, printer, state->printerNameWide,
-                                             [&] { return render(hDlg, bridge, paper); });
+    const PreviewSend sent =
+        SendPreviewData(*platform.spooler, printer.Handle(), state->printerNameWide,
+                        [&] { return render(hDlg, bridge, paper); });
     const PageNames names = NamesOf(page);
     const char* logName = names.logName.c_str();
     if (sent == PreviewSend::kOffline) {

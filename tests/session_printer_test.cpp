@@ -1,0 +1,83 @@
+// Tests of the session's printer: after a failed send closed the framework's handle, nothing
+// uses that handle again, and without one every request opens the printer by name.
+#include "session/session_printer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "actions/raw_output.h"
+#include "support/fake_spooler.h"
+
+namespace {
+
+constexpr PrinterHandle kFramework = 7;
+const std::string kOpened = "OpenPrinterByName KIV P";
+const std::string kOpenedClose = "ClosePrinter " + std::to_string(FakeSpooler::kOpenedHandle);
+
+TEST(SessionPrinter, AfterAFailedSendTheFrameworksHandleIsNeverUsedAgain) {
+    const std::filesystem::path dir = std::filesystem::temp_directory_path() / "kiv_session";
+    std::filesystem::create_directories(dir);
+    const std::string bad = (dir / "bad.prn").string(), good = (dir / "good.prn").string();
+    std::ofstream(bad, std::ios::binary) << "\x1B@A";
+    std::ofstream(good, std::ios::binary) << "receipt";
+    OemUiState state;
+    state.hPrinter = reinterpret_cast<void*>(kFramework);
+    state.printerNameWide = u"KIV P";
+    FakeSpooler spooler;
+    SessionSpooler session(spooler, state);
+
+    // The Console's send fails inside the spooler once the job has started: the kept close.
+    spooler.failing = {"StartPage"};
+    ASSERT_EQ(kFramework, LiveFrameworkPrinter(state));
+    EXPECT_EQ(0, SendFileToPrinter(session, bad, kFramework, state.printerNameWide));
+    EXPECT_EQ("ClosePrinter 7", spooler.calls.back());
+    const size_t closedAt = spooler.calls.size();
+    spooler.failing.clear();
+    spooler.output.clear();
+
+    // Send file of a good file, a preview with its rendering-module lookup, the Version page's
+    // driver question: each on a handle opened by name for it.
+    EXPECT_EQ(1, IsPrinterOnline(session, RequestPrinter(session, state).Handle()));
+    EXPECT_EQ(1,
+              SendFileToPrinter(session, good, LiveFrameworkPrinter(state), state.printerNameWide));
+    EXPECT_EQ("receipt", spooler.output);
+    for (int request = 0; request < 2; ++request) {
+        const RequestPrinter printer(session, state);
+        PrinterDriverInfo driver;
+        EXPECT_TRUE(session.DriverInfo(printer.Handle(), &driver));
+        EXPECT_EQ(PreviewSend::kSent,
+                  SendPreviewData(session, printer.Handle(), state.printerNameWide,
+                                  [] { return std::vector<uint8_t>{'x'}; }));
+    }
+    EXPECT_EQ(0, std::count(spooler.handles.begin() + static_cast<ptrdiff_t>(closedAt),
+                            spooler.handles.end(), kFramework));
+    EXPECT_EQ(std::count(spooler.calls.begin(), spooler.calls.end(), kOpened),
+              std::count(spooler.calls.begin(), spooler.calls.end(), kOpenedClose));
+    std::filesystem::remove_all(dir);
+}
+
+TEST(SessionPrinter, WithoutAFrameworkHandleTheOnlineTestAsksAPrinterOpenedByName) {
+    struct Case {
+        const char* failing;
+        int online;
+        std::vector<std::string> calls;
+    };
+    const Case cases[] = {
+        {"", 1, {kOpened, "PrinterStatus", "PrinterAttributes", kOpenedClose}},
+        {"OpenPrinterByName", 0, {kOpened}},  // no printer: offline, the sentinel is not asked
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.failing);
+        OemUiState state;
+        state.printerNameWide = u"KIV P";
+        FakeSpooler spooler;
+        spooler.failing = {c.failing};
+        EXPECT_EQ(c.online, IsPrinterOnline(spooler, RequestPrinter(spooler, state).Handle()));
+        EXPECT_EQ(c.calls, spooler.calls);
+    }
+}
+
+}  // namespace
