@@ -287,22 +287,40 @@ HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeNa
     return status == kGdipOk ? bitmap : nullptr;
 }
 
-void SetPicture(HWND hDlg, int pictureId, int pngId) {
-    HMODULE module = reinterpret_cast<HMODULE>(GetWindowLongPtrW(hDlg, GWLP_HINSTANCE));
-    HBITMAP bitmap = LoadPngResourceBitmap(module, pngId, "PNG");
-    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(SendDlgItemMessageW(
-        hDlg, pictureId, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
+namespace {
+
+// Shows `bitmap` (taken over; may be null) in a picture control and deletes every bitmap that
+// nothing shows any more, under common controls 5 and 6 alike.
+void ShowBitmap(HWND picture, HBITMAP bitmap) {
+    if (picture == nullptr) {
+        if (bitmap != nullptr) {
+            DeleteObject(bitmap);
+        }
+        return;
+    }
+    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
+        SendMessageW(picture, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
     if (previous != nullptr && previous != bitmap) {
         DeleteObject(previous);
     }
+    // Common controls 6 show their own copy of a bitmap whose pixels carry alpha (ours do, as
+    // GDI+ makes them); the copy comes back from the next STM_SETIMAGE, the page's is unused.
+    const auto shown =
+        reinterpret_cast<HGDIOBJ>(SendMessageW(picture, STM_GETIMAGE, IMAGE_BITMAP, 0));
+    if (bitmap != nullptr && shown != bitmap) {
+        DeleteObject(bitmap);
+    }
+}
+
+}  // namespace
+
+void SetPicture(HWND hDlg, int pictureId, int pngId) {
+    HMODULE module = reinterpret_cast<HMODULE>(GetWindowLongPtrW(hDlg, GWLP_HINSTANCE));
+    ShowBitmap(GetDlgItem(hDlg, pictureId), LoadPngResourceBitmap(module, pngId, "PNG"));
 }
 
 void ReleasePicture(HWND hDlg, int pictureId) {
-    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
-        SendDlgItemMessageW(hDlg, pictureId, STM_SETIMAGE, IMAGE_BITMAP, 0));
-    if (previous != nullptr) {
-        DeleteObject(previous);
-    }
+    ShowBitmap(GetDlgItem(hDlg, pictureId), nullptr);
 }
 
 HBITMAP LoadPreviewBitmap(const std::string& path, int boxWidth, int boxHeight) {
@@ -336,12 +354,7 @@ void ShowPreview(HWND hDlg, int pictureId, const std::string& path) {
     if (picture == nullptr || !GetClientRect(picture, &box)) {
         return;
     }
-    HBITMAP bitmap = LoadPreviewBitmap(path, box.right - box.left, box.bottom - box.top);
-    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
-        SendMessageW(picture, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
-    if (previous != nullptr && previous != bitmap) {
-        DeleteObject(previous);
-    }
+    ShowBitmap(picture, LoadPreviewBitmap(path, box.right - box.left, box.bottom - box.top));
 }
 
 bool PathExists(const std::string& path) {
