@@ -56,7 +56,9 @@ uint8_t QueryLanguageMonitorStatus(const LanguageMonitorPorts& ports, DriverSett
     }
     uint32_t needed = 0;
     const int32_t sizeResult = driver.GetDriverSetting("BidiSupport", nullptr, 0, &needed);
-    if (sizeResult != kResultOk && sizeResult != kResultFail)
+    // The setting is a few keywords; the size comes from another module and is not trusted.
+    constexpr uint32_t kSettingLimit = 64 * 1024;
+    if ((sizeResult != kResultOk && sizeResult != kResultFail) || needed > kSettingLimit)
         return LM_SETT_NOT_AVAILABLE;
     std::vector<char> value(size_t{needed} + 1, '\0');
     driver.GetDriverSetting("BidiSupport", value.data(), needed, &needed);

@@ -229,11 +229,15 @@ HWND CreateHelpTooltip(int controlId, HWND hDlg, const wchar_t* text) {
     if (controlId == 0 || hDlg == nullptr || text == nullptr) {
         return nullptr;
     }
+    // A window made for a missing control would live, unused, until the dialog closes.
     HWND control = GetDlgItem(hDlg, controlId);
+    if (control == nullptr) {
+        return nullptr;
+    }
     HWND tip = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_BALLOON | TTS_ALWAYSTIP,
                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hDlg,
                                nullptr, nullptr, nullptr);
-    if (control == nullptr || tip == nullptr) {
+    if (tip == nullptr) {
         return nullptr;
     }
     TOOLINFOW tool{};
@@ -423,13 +427,22 @@ void PrintPreview(HWND hDlg, PageId page, PreviewRender render, const char* fail
     }
 }
 
+bool FillTextBlock(HGLOBAL block, const std::string& text) {
+    void* bytes = block != nullptr ? GlobalLock(block) : nullptr;
+    if (bytes == nullptr)
+        return false;
+    std::memcpy(bytes, text.c_str(), text.size() + 1);
+    GlobalUnlock(block);
+    return true;
+}
+
 bool CopyTextToClipboard(HWND owner, const std::string& text) {
     HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
     if (block == nullptr)
         return false;
-    if (void* bytes = GlobalLock(block)) {
-        std::memcpy(bytes, text.c_str(), text.size() + 1);
-        GlobalUnlock(block);
+    if (!FillTextBlock(block, text)) {
+        GlobalFree(block);
+        return false;
     }
     // The clipboard owns the block once SetClipboardData accepts it.
     const bool copied =

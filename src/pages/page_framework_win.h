@@ -141,6 +141,9 @@ using PreviewRender = std::vector<uint8_t> (*)(HWND hDlg, UniExportedFunctions& 
 // nothing could be printed.
 void PrintPreview(HWND hDlg, PageId page, PreviewRender render, const char* failed);
 
+// `text` with its terminator into a global block of at least that size; false when the block
+// does not lock (a discarded one), and nothing is written then.
+bool FillTextBlock(HGLOBAL block, const std::string& text);
 // `text` on the clipboard as 8-bit text (CF_TEXT, in a movable block); false on any failure.
 bool CopyTextToClipboard(HWND owner, const std::string& text);
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "../../resources/resource.h"
+#include "entry/doc_callback_win.h"
 #include "session/oem_ui_state.h"
 #include "pages/page_framework_win.h"
 #include "pages/save_settings_win.h"
@@ -203,6 +204,47 @@ TEST_F(PagesWin, PrintAdjustSavesOffsetsAndReductionOfAnOpenedPageOnly) {
     EXPECT_EQ(capture_.count, 0);
     EXPECT_EQ(body.offsetX, -1000);  // the stored value
     EXPECT_EQ(ValidateDeviceInfoFromUI(nullptr, &state_), TRUE);
+}
+
+// Tooltip windows of this thread (a balloon is a top-level window owned by its page).
+int TooltipWindows() {
+    int count = 0;
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM counter) {
+            wchar_t name[32] = {};
+            GetClassNameW(window, name, 32);
+            *reinterpret_cast<int*>(counter) += wcscmp(name, TOOLTIPS_CLASSW) == 0;
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+// What a page layer meets at its edges fails without leaving anything behind: a balloon for a
+// control that is not there, a clipboard block that does not lock, a Reset Default on a record
+// that is not ours (logged, refused, the request kept for the next apply).
+TEST_F(PagesWin, EdgesFailWithoutLeavingAnythingBehind) {
+    HWND hDlg = OpenPage(PageId::kPrint);
+    ASSERT_NE(hDlg, nullptr);
+    const int tips = TooltipWindows();
+    EXPECT_EQ(CreateHelpTooltip(4242, hDlg, L"HELP"), nullptr);
+    EXPECT_EQ(TooltipWindows(), tips);
+
+    HGLOBAL discarded = GlobalAlloc(GMEM_MOVEABLE, 0);
+    EXPECT_FALSE(FillTextBlock(discarded, "report"));
+    GlobalFree(discarded);
+
+    context_.m_bResetRequested = 1;
+    OEMDEV foreign{};
+    OEMCUIPPARAM param{};
+    param.pOEMDM = &foreign;
+    CPSUICBPARAM apply{};
+    apply.cbSize = sizeof apply;
+    apply.Reason = CPSUICB_REASON_APPLYNOW;
+    apply.hDlg = hDlg;
+    EXPECT_EQ(OEMDocUICallBack(&apply, &param), CPSUICB_ACTION_NO_APPLY_EXIT);
+    EXPECT_EQ(context_.m_bResetRequested, 1);
 }
 
 }  // namespace
