@@ -4,7 +4,6 @@
 
 #include <vector>
 
-#include "entry/common_ui.h"
 #include "infra/config.h"
 #include "infra/text_format.h"
 
@@ -12,7 +11,49 @@ namespace {
 
 constexpr size_t kModuleNameChars = 260;
 
+struct LmRow {
+    uint8_t status;
+    const char* name;
+    LmFlags flags;
+};
+
+// "LM_DISABLED" reports the bidirectional flag while "LM_BIDI_NOT_ENABLE" does not
+// (kept-behaviour: Language-monitor flags).
+constexpr LmRow kLmTable[] = {
+    {.status = LM_NOT_AVAILABLE,
+     .name = "LM_NOT_AVAILABLE",
+     .flags = {.available = 0, .bidi = 0, .enable = 0}},
+    {.status = LM_DISABLED,
+     .name = "LM_DISABLED",
+     .flags = {.available = 1, .bidi = 1, .enable = 0}},
+    {.status = LM_SETT_NOT_AVAILABLE,
+     .name = "LM_SETT_NOT_AVAILABLE",
+     .flags = {.available = 0, .bidi = 0, .enable = 0}},
+    {.status = LM_BIDI_NOT_ENABLE,
+     .name = "LM_BIDI_NOT_ENABLE",
+     .flags = {.available = 1, .bidi = 0, .enable = 0}},
+    {.status = LM_ENABLED, .name = "LM_ENABLED", .flags = {.available = 1, .bidi = 1, .enable = 1}},
+};
+
+const LmRow* FindLmRow(uint8_t status) {
+    for (const LmRow& row : kLmTable) {
+        if (row.status == status)
+            return &row;
+    }
+    return nullptr;
+}
+
 }  // namespace
+
+const char* GetLMStatusName(uint8_t status) {
+    const LmRow* row = FindLmRow(status);
+    return row != nullptr ? row->name : "NOID";
+}
+
+LmFlags LmFlagsFromStatus(uint8_t status) {
+    const LmRow* row = FindLmRow(status);
+    return row != nullptr ? row->flags : LmFlags{};
+}
 
 std::string GetDriverMonitorName(Spooler& spooler, PrinterHandle printer) {
     PrinterDriverInfo info;

@@ -128,7 +128,7 @@ void IOemUI::PrepareDocumentPass(POEMCUIPPARAM param) {
     const uint8_t status = QueryLanguageMonitorStatus(
         {*platform.spooler, *platform.localMachine, *platform.log.text, *platform.versions},
         settings, printer.Handle());
-    TheLog().Write(kLogDetail, kFn, " Available LM Status : <%s>", LmStatusName(status));
+    TheLog().Write(kLogDetail, kFn, " Available LM Status : <%s>", GetLMStatusName(status));
     const LmFlags flags = LmFlagsFromStatus(status);
     s.lmAvailable = flags.available;
     s.lmBidi = flags.bidi;

@@ -178,3 +178,22 @@ PrinterHandle PagePrinterHandle(const OemUiState& state);
 // The definition and the dialog procedure of a page; null for an id past the catalog.
 const PageDefinition* FindPageDefinition(PageId page);
 DLGPROC PageProcedureOf(PageId page);
+
+// Each page's dialog procedure, as registration hands it to the framework; all of them run the
+// one generic procedure with their page's definition.
+INT_PTR CALLBACK DevicePropPageDocPrint(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocPrintAdjust(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocCutMove(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocAccessories(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocPeripherals(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocPresentation(HWND hDlg, UINT message, WPARAM wParam,
+                                               LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocWatermark(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocCoupon(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocLogo(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocConsole(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocAdmin(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocVersion(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);

@@ -187,20 +187,81 @@ INT_PTR CALLBACK PageDialogProc(HWND hDlg, UINT message, WPARAM wParam, LPARAM l
     });
 }
 
-struct CatalogPage {
-    DLGPROC procedure;
-    const PageDefinition& (*definition)();
-};
-
 // Every catalog row needs its page's DefinitionOf: a row without one fails to link.
 template <size_t... kIndex>
-constexpr std::array<CatalogPage, kPageCount> MakePages(std::index_sequence<kIndex...>) {
-    return {CatalogPage{&PageDialogProc<static_cast<PageId>(kIndex)>,
-                        &DefinitionOf<static_cast<PageId>(kIndex)>}...};
+constexpr std::array<const PageDefinition& (*)(), kPageCount> MakeDefinitions(
+    std::index_sequence<kIndex...>) {
+    return {&DefinitionOf<static_cast<PageId>(kIndex)>...};
 }
 
-constexpr std::array<CatalogPage, kPageCount> kPages =
-    MakePages(std::make_index_sequence<kPageCount>());
+constexpr std::array<const PageDefinition& (*)(), kPageCount> kDefinitions =
+    MakeDefinitions(std::make_index_sequence<kPageCount>());
+
+}  // namespace
+
+INT_PTR CALLBACK DevicePropPageDocPrint(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kPrint>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocPrintAdjust(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+    return PageDialogProc<PageId::kPrintAdjust>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocCutMove(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kCutMove>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocAccessories(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+    return PageDialogProc<PageId::kAccessories>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocPeripherals(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+    return PageDialogProc<PageId::kPeripherals>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocPresentation(HWND hDlg, UINT message, WPARAM wParam,
+                                               LPARAM lParam) {
+    return PageDialogProc<PageId::kPresentation>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocWatermark(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kWatermark>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocCoupon(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kCoupon>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocLogo(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kLogo>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocConsole(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kConsole>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocAdmin(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kAdmin>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocVersion(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kVersion>(hDlg, message, wParam, lParam);
+}
+
+namespace {
+
+struct PageProcedure {
+    PageId page;
+    DLGPROC procedure;
+};
+// What registration hands to the framework for each page.
+constexpr PageProcedure kProcedures[] = {
+    {.page = PageId::kPrint, .procedure = &DevicePropPageDocPrint},
+    {.page = PageId::kPrintAdjust, .procedure = &DevicePropPageDocPrintAdjust},
+    {.page = PageId::kCutMove, .procedure = &DevicePropPageDocCutMove},
+    {.page = PageId::kAccessories, .procedure = &DevicePropPageDocAccessories},
+    {.page = PageId::kPeripherals, .procedure = &DevicePropPageDocPeripherals},
+    {.page = PageId::kPresentation, .procedure = &DevicePropPageDocPresentation},
+    {.page = PageId::kWatermark, .procedure = &DevicePropPageDocWatermark},
+    {.page = PageId::kCoupon, .procedure = &DevicePropPageDocCoupon},
+    {.page = PageId::kLogo, .procedure = &DevicePropPageDocLogo},
+    {.page = PageId::kConsole, .procedure = &DevicePropPageDocConsole},
+    {.page = PageId::kAdmin, .procedure = &DevicePropPageDocAdmin},
+    {.page = PageId::kVersion, .procedure = &DevicePropPageDocVersion},
+};
+static_assert(OneRowPerPageInOrder(kProcedures), "row i holds the procedure of PageId i");
 
 }  // namespace
 
@@ -238,10 +299,10 @@ PrinterHandle PagePrinterHandle(const OemUiState& state) {
 
 const PageDefinition* FindPageDefinition(PageId page) {
     const size_t index = static_cast<size_t>(page);
-    return index < kPageCount ? &kPages[index].definition() : nullptr;
+    return index < kPageCount ? &kDefinitions[index]() : nullptr;
 }
 
 DLGPROC PageProcedureOf(PageId page) {
     const size_t index = static_cast<size_t>(page);
-    return index < kPageCount ? kPages[index].procedure : nullptr;
+    return index < kPageCount ? kProcedures[index].procedure : nullptr;
 }
