@@ -172,9 +172,10 @@ class FillingScope {
     uint8_t was_ = 0;
 };
 
-// The framework's printer handle for a page, or kNoPrinterHandle when it gave none.
-PrinterHandle PagePrinterHandle(const OemUiState& state);
-
+// The one procedure behind every page's dialog procedure, run for `page` with `definition`;
+// an exception is logged under the page's name and answered 0.
+INT_PTR RunPageProcedure(PageId page, const PageDefinition& definition, HWND hDlg, UINT message,
+                         WPARAM wParam, LPARAM lParam);
 // The definition and the dialog procedure of a page; null for an id past the catalog.
 const PageDefinition* FindPageDefinition(PageId page);
 DLGPROC PageProcedureOf(PageId page);

@@ -43,6 +43,7 @@ struct PageContext {
     uint8_t m_bResetRequested;  // Console's Reset Default: the next apply reloads the defaults
     uint8_t filling;            // a page is filling its controls: their notifications are not
                                 // the user's changes
+    HANDLE hHeap;               // the heap the block was allocated on, where it is freed
 
     HWND& Slot(PageId page);
     HWND Slot(PageId page) const;

@@ -8,6 +8,7 @@
 
 #include "../../resources/resource.h"
 #include "entry/doc_callback_win.h"
+#include "entry/property_sheets_win.h"
 #include "session/oem_ui_state.h"
 #include "pages/page_framework_win.h"
 #include "pages/save_settings_win.h"
@@ -245,6 +246,77 @@ TEST_F(PagesWin, EdgesFailWithoutLeavingAnythingBehind) {
     apply.hDlg = hDlg;
     EXPECT_EQ(OEMDocUICallBack(&apply, &param), CPSUICB_ACTION_NO_APPLY_EXIT);
     EXPECT_EQ(context_.m_bResetRequested, 1);
+}
+
+// What the framework does with an added page: its dialog, in the test's sheet window.
+HMODULE g_module = nullptr;
+HWND g_sheet = nullptr;
+std::vector<HWND> g_created;
+LONG_PTR CALLBACK CreatingSheet(HANDLE, UINT, LPARAM lParam1, LPARAM) {
+    const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam1);
+    if (page->pszTemplate == MAKEINTRESOURCEW(CatalogRow(PageId::kPrint).dialogId))
+        g_created.push_back(
+            CreateDialogParamW(g_module, page->pszTemplate, g_sheet, page->pfnDlgProc, lParam1));
+    return 1;
+}
+
+size_t BusyBlocks(HANDLE heap) {
+    size_t busy = 0;
+    PROCESS_HEAP_ENTRY entry{};
+    while (HeapWalk(heap, &entry))
+        busy += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
+    return busy;
+}
+
+// The page block's life: a second INIT frees the first block, DESTROY frees the block once the
+// pages and the sheet have let go of it, and a fill that throws leaves its page taking changes.
+TEST_F(PagesWin, PageBlockIsFreedOnceAndNothingPointsAtItAfterwards) {
+    HANDLE heap = HeapCreate(0, 0, 0);
+    OEMUIPSPARAM psp{};
+    psp.hOEMHeap = heap;
+    PROPSHEETUI_INFO info{};
+    info.Version = PROPSHEETUI_INFO_VERSION;
+    info.pfnComPropSheet = CreatingSheet;
+    info.lParamInit = reinterpret_cast<LPARAM>(&psp);
+    g_module = module_;
+    g_sheet = sheet_;
+    g_created.clear();
+    uint32_t admin = 0;
+    for (WORD reason : {PROPSHEETUI_REASON_INIT, PROPSHEETUI_REASON_INIT}) {
+        info.Reason = reason;
+        ASSERT_EQ(hrOEMDocumentPropertySheets(&info, 0, nullptr, &state_, &admin, 0, 0, 0), S_OK);
+        EXPECT_EQ(BusyBlocks(heap), 1u);
+    }
+    ASSERT_EQ(g_created.size(), 2u);
+    EXPECT_EQ(GetWindowLongPtrW(g_created[0], DWLP_USER), 0);  // the first block's page
+    info.Reason = PROPSHEETUI_REASON_DESTROY;
+    ASSERT_EQ(hrOEMDocumentPropertySheets(&info, 0, nullptr, &state_, &admin, 0, 0, 0), S_OK);
+    EXPECT_EQ(BusyBlocks(heap), 0u);
+    EXPECT_EQ(GetWindowLongPtrW(g_created[1], DWLP_USER), 0);
+    EXPECT_EQ(GetWindowLongPtrW(sheet_, GWLP_USERDATA), 0);
+    for (HWND page : g_created)
+        DestroyWindow(page);
+    HeapDestroy(heap);
+
+    static const PageDefinition throwing{.pictures = {},
+                                         .helps = {},
+                                         .trackbars = {},
+                                         .fill = [](HWND, UiDeviceCommon&) { throw 1; },
+                                         .onCommand = nullptr,
+                                         .validate = nullptr,
+                                         .store = nullptr};
+    PROPSHEETPAGEW page{};
+    page.lParam = reinterpret_cast<LPARAM>(&context_);
+    HWND hDlg = CreateDialogParamW(
+        module_, MAKEINTRESOURCEW(CatalogRow(PageId::kPrint).dialogId), sheet_,
+        [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+            return RunPageProcedure(PageId::kPrint, throwing, window, message, wParam, lParam);
+        },
+        reinterpret_cast<LPARAM>(&page));
+    ASSERT_NE(hDlg, nullptr);
+    pages_.push_back(hDlg);
+    Command(hDlg, IDC_PRINT_QUALITY, CBN_SELCHANGE);
+    EXPECT_EQ(g_changedCount, 1);
 }
 
 }  // namespace
