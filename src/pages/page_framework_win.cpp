@@ -225,6 +225,22 @@ void WriteControlText(HWND hDlg, int controlId, std::string_view text) {
     SendDlgItemMessageW(hDlg, controlId, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
 }
 
+namespace {
+
+// The help text's tool on the control. The common-controls 5 size is accepted by every version;
+// the full size is refused where the host process runs without the version 6 manifest.
+TOOLINFOW HelpTool(HWND hDlg, HWND control, const wchar_t* text, UINT flags) {
+    TOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V2_SIZE;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS | flags;
+    tool.hwnd = hDlg;
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = const_cast<wchar_t*>(text);
+    return tool;
+}
+
+}  // namespace
+
 HWND CreateHelpTooltip(int controlId, HWND hDlg, const wchar_t* text) {
     if (controlId == 0 || hDlg == nullptr || text == nullptr) {
         return nullptr;
@@ -240,14 +256,7 @@ HWND CreateHelpTooltip(int controlId, HWND hDlg, const wchar_t* text) {
     if (tip == nullptr) {
         return nullptr;
     }
-    TOOLINFOW tool{};
-    // The common-controls 5 size is accepted by every version; the full size is refused where
-    // the host process runs without the version 6 manifest.
-    tool.cbSize = TTTOOLINFOW_V2_SIZE;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = hDlg;
-    tool.uId = reinterpret_cast<UINT_PTR>(control);
-    tool.lpszText = const_cast<wchar_t*>(text);
+    TOOLINFOW tool = HelpTool(hDlg, control, text, 0);
     SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, 500);
     SendMessageW(tip, TTM_SETDELAYTIME, TTDT_AUTOPOP, MAKELPARAM(30000, 0));
@@ -256,9 +265,23 @@ HWND CreateHelpTooltip(int controlId, HWND hDlg, const wchar_t* text) {
 }
 
 void PopUpHelp(int controlId, HWND hDlg, const wchar_t* text) {
-    if (HWND tip = CreateHelpTooltip(controlId, hDlg, text)) {
-        SendMessageW(tip, TTM_POPUP, 0, 0);
+    HWND tip = CreateHelpTooltip(controlId, hDlg, text);
+    if (tip == nullptr) {
+        return;
     }
+    SendMessageW(tip, TTM_POPUP, 0, 0);
+    if (IsWindowVisible(tip)) {
+        return;
+    }
+    // Common controls 5 know no TTM_POPUP: the balloon is shown as a tip that tracks a point
+    // under the icon instead.
+    HWND control = GetDlgItem(hDlg, controlId);
+    TOOLINFOW tool = HelpTool(hDlg, control, text, TTF_TRACK | TTF_ABSOLUTE);
+    SendMessageW(tip, TTM_SETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool));
+    RECT icon{};
+    GetWindowRect(control, &icon);
+    SendMessageW(tip, TTM_TRACKPOSITION, 0, MAKELPARAM((icon.left + icon.right) / 2, icon.bottom));
+    SendMessageW(tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
 }
 
 HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeName) {
