@@ -2,8 +2,10 @@
 // and of the rendering bridge over them with the installed stand-in module.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <string>
 
+#include "actions/raw_output.h"
 #include "actions/raw_output_win.h"
 #include "actions/uni_bridge.h"
 #include "fake_log_ports.h"
@@ -11,6 +13,7 @@
 #include "standin_stream_win.h"
 #include "infra/config.h"
 #include "ports/platform_win.h"
+#include "session/session_printer.h"
 #include "win/text_win.h"
 
 namespace {
@@ -60,6 +63,37 @@ TEST_F(PortsWin, TheBridgeOverTheRealPortsCallsTheInstalledStandIn) {
     EXPECT_EQ("UNI file path: " + module, log.Messages().front());
     EXPECT_EQ("Error. Buffer of the function is 0", log.Messages().back());
     EXPECT_TRUE(platform.spooler->ClosePrinter(h));
+}
+
+// A send that fails inside Wine's spooler once the job has started (a folder stands where the
+// port writes its file) closes the framework's handle; the online test, Send file and the driver
+// question after it work on printers opened by name, and the good file reaches the port.
+TEST_F(PortsWin, AfterASendFailedInTheSpoolerTheFrameworksHandleIsLeftAlone) {
+    const std::wstring printer = NewPrinter(L"J7");
+    const std::wstring port = dir_ + L"\\" + SafeFileName(printer) + L".prn";
+    WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver", port};
+    WinePrinterInfo info;
+    std::wstring error;
+    ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
+    const std::string bad = Narrow(dir_) + "\\bad.prn", good = Narrow(dir_) + "\\good.prn";
+    std::ofstream(bad, std::ios::binary) << "\x1B@";
+    std::ofstream(good, std::ios::binary) << "receipt";
+    OemUiState state;
+    state.printerNameWide = U16FromWide(printer);
+    PrinterHandle framework = kNoPrinterHandle;
+    ASSERT_TRUE(WinPlatform().spooler->OpenPrinterByName(state.printerNameWide, &framework));
+    state.hPrinter = reinterpret_cast<void*>(framework);
+    SessionSpooler spooler(*WinPlatform().spooler, state);
+
+    ASSERT_TRUE(CreateDirectoryW(port.c_str(), nullptr));
+    EXPECT_EQ(0, SendFileToPrinter(spooler, bad, framework, state.printerNameWide));
+    EXPECT_EQ(kNoPrinterHandle, LiveFrameworkPrinter(state));
+    ASSERT_TRUE(RemoveDirectoryW(port.c_str()));
+    EXPECT_EQ(1, IsPrinterOnline(spooler, RequestPrinter(spooler, state).Handle()));
+    EXPECT_EQ(1, SendFileToPrinter(spooler, good, kNoPrinterHandle, state.printerNameWide));
+    EXPECT_EQ("receipt", ReadFileText(port));
+    PrinterDriverInfo driver;
+    EXPECT_TRUE(spooler.DriverInfo(RequestPrinter(spooler, state).Handle(), &driver));
 }
 
 TEST(PortsWinPrivilege, KnownPrivilegeOnOwnTokenUnknownNameRefused) {
