@@ -1,4 +1,4 @@
-// Tests of the session's printer: after a failed send closed the framework's handle, nothing
+// Tests of the session's printer: after a failed send closed the framework's handle nothing
 // uses that handle again, and without one every request opens the printer by name.
 #include "session/session_printer.h"
 
@@ -57,26 +57,15 @@ TEST(SessionPrinter, AfterAFailedSendTheFrameworksHandleIsNeverUsedAgain) {
     EXPECT_EQ(std::count(spooler.calls.begin(), spooler.calls.end(), kOpened),
               std::count(spooler.calls.begin(), spooler.calls.end(), kOpenedClose));
     std::filesystem::remove_all(dir);
-}
 
-TEST(SessionPrinter, WithoutAFrameworkHandleTheOnlineTestAsksAPrinterOpenedByName) {
-    struct Case {
-        const char* failing;
-        int online;
-        std::vector<std::string> calls;
-    };
-    const Case cases[] = {
-        {"", 1, {kOpened, "PrinterStatus", "PrinterAttributes", kOpenedClose}},
-        {"OpenPrinterByName", 0, {kOpened}},  // no printer: offline, the sentinel is not asked
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.failing);
-        OemUiState state;
-        state.printerNameWide = u"KIV P";
-        FakeSpooler spooler;
-        spooler.failing = {c.failing};
-        EXPECT_EQ(c.online, IsPrinterOnline(spooler, RequestPrinter(spooler, state).Handle()));
-        EXPECT_EQ(c.calls, spooler.calls);
+    // Without a framework handle the online test asks a printer opened by name, never the
+    // sentinel; a printer that does not open is offline.
+    state.hPrinter = nullptr;
+    for (const char* failing : {"", "OpenPrinterByName"}) {
+        FakeSpooler alone;
+        alone.failing = {failing};
+        EXPECT_EQ(*failing == '\0', IsPrinterOnline(alone, RequestPrinter(alone, state).Handle()));
+        EXPECT_EQ(*failing == '\0' ? 4u : 1u, alone.calls.size());  // status, attributes, close
     }
 }
 
