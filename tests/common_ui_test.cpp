@@ -1,9 +1,7 @@
-// Tests of the common UI entry's value rules: paper dots, model text pieces, language-monitor
-// table.
+// Tests of the common UI entry's value rules: paper dots and model text pieces.
 #include <gtest/gtest.h>
 
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "entry/common_ui.h"
@@ -38,25 +36,6 @@ TEST(CommonUiValues, SplitModelText) {
     const std::vector<std::string> two = SplitModelText("A|B");
     EXPECT_EQ("B", ModelTextPiece(two, 1));
     EXPECT_EQ("", ModelTextPiece(two, 2));
-}
-
-TEST(CommonUiValues, LanguageMonitorTable) {
-    // Status, name, and the available, bidi and enable flags.
-    const std::tuple<uint8_t, const char*, std::vector<uint32_t>> cases[] = {
-        {0, "LM_NOT_AVAILABLE", {0, 0, 0}},
-        {1, "LM_DISABLED", {1, 1, 0}},
-        {2, "LM_SETT_NOT_AVAILABLE", {0, 0, 0}},
-        {3, "LM_BIDI_NOT_ENABLE", {1, 0, 0}},
-        {10, "LM_ENABLED", {1, 1, 1}},
-        {4, "NOID", {0, 0, 0}},
-        {255, "NOID", {0, 0, 0}},
-    };
-    for (const auto& [status, name, flags] : cases) {
-        SCOPED_TRACE(static_cast<int>(status));
-        EXPECT_STREQ(name, LmStatusName(status));
-        const LmFlags f = LmFlagsFromStatus(status);
-        EXPECT_EQ(flags, (std::vector<uint32_t>{f.available, f.bidi, f.enable}));
-    }
 }
 
 }  // namespace

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "actions/language_monitor.h"
-#include "entry/common_ui.h"
 #include "fake_spooler.h"
 #include "fake_text_codec.h"
 #include "fake_version_query.h"
@@ -73,6 +73,8 @@ TEST(LanguageMonitor, StatusOutcomesInTheirOrderOfTests) {
         {"size query succeeds", "Kiv LM", own, desc, 0x800, kResultOk, "ENABLE_WAITJOB",
          LM_ENABLED},
         {"not waitjob", "Kiv LM", own, desc, 0xA00, kResultFail, "DISABLE", LM_DISABLED},
+        {"a size no setting has", "Kiv LM", own, desc, 0x800, kResultFail,
+         "ENABLE_WAITJOB" + std::string(1 << 16, ' '), LM_SETT_NOT_AVAILABLE},
         {"other naming, setting alone", "pjlmon", "pjlmon.dll", "", 0x800, kResultFail,
          "ENABLE_WAITJOB", LM_ENABLED},
     };
@@ -102,6 +104,25 @@ TEST(LanguageMonitor, ModuleLookup) {
     EXPECT_EQ(GetLanguageMonitorDll(f.spooler, f.machine, f.text, 0x51, "Other"), "");
     f.spooler.failing.insert("DriverInfo");
     EXPECT_EQ(GetDriverMonitorName(f.spooler, 0x51), "");
+}
+
+TEST(LanguageMonitor, StatusNamesAndFlags) {
+    // Status, name, and the available, bidi and enable flags.
+    const std::tuple<uint8_t, const char*, std::vector<uint32_t>> cases[] = {
+        {0, "LM_NOT_AVAILABLE", {0, 0, 0}},
+        {1, "LM_DISABLED", {1, 1, 0}},
+        {2, "LM_SETT_NOT_AVAILABLE", {0, 0, 0}},
+        {3, "LM_BIDI_NOT_ENABLE", {1, 0, 0}},
+        {10, "LM_ENABLED", {1, 1, 1}},
+        {4, "NOID", {0, 0, 0}},
+        {255, "NOID", {0, 0, 0}},
+    };
+    for (const auto& [status, name, flags] : cases) {
+        SCOPED_TRACE(static_cast<int>(status));
+        EXPECT_STREQ(name, GetLMStatusName(status));
+        const LmFlags f = LmFlagsFromStatus(status);
+        EXPECT_EQ(flags, (std::vector<uint32_t>{f.available, f.bidi, f.enable}));
+    }
 }
 
 }  // namespace

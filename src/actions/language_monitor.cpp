@@ -4,7 +4,6 @@
 
 #include <vector>
 
-#include "entry/common_ui.h"
 #include "infra/config.h"
 #include "infra/text_format.h"
 
@@ -12,7 +11,49 @@ namespace {
 
 constexpr size_t kModuleNameChars = 260;
 
+struct LmRow {
+    uint8_t status;
+    const char* name;
+    LmFlags flags;
+};
+
+// "LM_DISABLED" reports the bidirectional flag while "LM_BIDI_NOT_ENABLE" does not
+// (kept-behaviour: Language-monitor flags).
+constexpr LmRow kLmTable[] = {
+    {.status = LM_NOT_AVAILABLE,
+     .name = "LM_NOT_AVAILABLE",
+     .flags = {.available = 0, .bidi = 0, .enable = 0}},
+    {.status = LM_DISABLED,
+     .name = "LM_DISABLED",
+     .flags = {.available = 1, .bidi = 1, .enable = 0}},
+    {.status = LM_SETT_NOT_AVAILABLE,
+     .name = "LM_SETT_NOT_AVAILABLE",
+     .flags = {.available = 0, .bidi = 0, .enable = 0}},
+    {.status = LM_BIDI_NOT_ENABLE,
+     .name = "LM_BIDI_NOT_ENABLE",
+     .flags = {.available = 1, .bidi = 0, .enable = 0}},
+    {.status = LM_ENABLED, .name = "LM_ENABLED", .flags = {.available = 1, .bidi = 1, .enable = 1}},
+};
+
+const LmRow* FindLmRow(uint8_t status) {
+    for (const LmRow& row : kLmTable) {
+        if (row.status == status)
+            return &row;
+    }
+    return nullptr;
+}
+
 }  // namespace
+
+const char* GetLMStatusName(uint8_t status) {
+    const LmRow* row = FindLmRow(status);
+    return row != nullptr ? row->name : "NOID";
+}
+
+LmFlags LmFlagsFromStatus(uint8_t status) {
+    const LmRow* row = FindLmRow(status);
+    return row != nullptr ? row->flags : LmFlags{};
+}
 
 std::string GetDriverMonitorName(Spooler& spooler, PrinterHandle printer) {
     PrinterDriverInfo info;
@@ -56,7 +97,9 @@ uint8_t QueryLanguageMonitorStatus(const LanguageMonitorPorts& ports, DriverSett
     }
     uint32_t needed = 0;
     const int32_t sizeResult = driver.GetDriverSetting("BidiSupport", nullptr, 0, &needed);
-    if (sizeResult != kResultOk && sizeResult != kResultFail)
+    // The setting is a few keywords; the size comes from another module and is not trusted.
+    constexpr uint32_t kSettingLimit = 64 * 1024;
+    if ((sizeResult != kResultOk && sizeResult != kResultFail) || needed > kSettingLimit)
         return LM_SETT_NOT_AVAILABLE;
     std::vector<char> value(size_t{needed} + 1, '\0');
     driver.GetDriverSetting("BidiSupport", value.data(), needed, &needed);

@@ -41,6 +41,26 @@ struct LanguageMonitorPorts {
     VersionQuery& versions;
 };
 
+// Language-monitor status values, as the language monitor query reports them.
+enum LmStatus : uint8_t {
+    LM_NOT_AVAILABLE = 0,
+    LM_DISABLED = 1,
+    LM_SETT_NOT_AVAILABLE = 2,
+    LM_BIDI_NOT_ENABLE = 3,
+    LM_ENABLED = 10,
+};
+
+struct LmFlags {
+    uint32_t available = 0;
+    uint32_t bidi = 0;
+    uint32_t enable = 0;
+};
+
+// The status's symbol ("LM_ENABLED"), "NOID" for any other value.
+const char* GetLMStatusName(uint8_t status);
+// The three flags for a status; an unknown status sets none.
+LmFlags LmFlagsFromStatus(uint8_t status);
+
 // One of the LmStatus codes; never fails.
 uint8_t QueryLanguageMonitorStatus(const LanguageMonitorPorts& ports, DriverSettingSource& driver,
                                    PrinterHandle printer);

@@ -146,6 +146,9 @@ int PrintLastDocument(Spooler& spooler, TextCodec& text, const std::u16string& p
 }
 
 int IsPrinterOnline(Spooler& spooler, PrinterHandle printer) {
+    if (printer == kNoPrinterHandle) {
+        return 0;
+    }
     uint32_t status = 0;
     if (!spooler.PrinterStatus(printer, &status) || (status & kPrinterStatusOffline) != 0) {
         return 0;

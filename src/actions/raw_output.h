@@ -44,4 +44,5 @@ int PrintLastDocument(Spooler& spooler, TextCodec& text, const std::u16string& p
                       const std::string& printFolder, PrinterHandle printer);
 
 // 1 unless the printer reports itself offline or is set to work offline; paused counts as online.
+// The sentinel is no printer: 0 without a call.
 int IsPrinterOnline(Spooler& spooler, PrinterHandle printer);

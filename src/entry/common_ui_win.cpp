@@ -8,6 +8,7 @@
 #include "infra/guarded.h"
 #include "infra/log.h"
 #include "ports/platform_win.h"
+#include "session/session_printer.h"
 #include "settings/device_factory.h"
 #include "settings/ui_device_common.h"
 #include "win/text_win.h"
@@ -123,10 +124,11 @@ void IOemUI::PrepareDocumentPass(POEMCUIPPARAM param) {
     s.lmBidi = 0;
     s.lmEnable = 0;
     HelperDriverSettings settings(s.driverHelper, param->poemuiobj);
+    const RequestPrinter printer(*platform.spooler, s);
     const uint8_t status = QueryLanguageMonitorStatus(
         {*platform.spooler, *platform.localMachine, *platform.log.text, *platform.versions},
-        settings, reinterpret_cast<PrinterHandle>(param->hPrinter));
-    TheLog().Write(kLogDetail, kFn, " Available LM Status : <%s>", LmStatusName(status));
+        settings, printer.Handle());
+    TheLog().Write(kLogDetail, kFn, " Available LM Status : <%s>", GetLMStatusName(status));
     const LmFlags flags = LmFlagsFromStatus(status);
     s.lmAvailable = flags.available;
     s.lmBidi = flags.bidi;

@@ -39,10 +39,14 @@ LONG ApplyNow(HWND hDlg, POEMCUIPPARAM param) {
     LONG result = CPSUICB_ACTION_NONE;
     if (block != nullptr && block->m_bResetRequested != 0) {
         TheLog().Write(kLogInfo, kCallbackName, "RESET Settings to DEFAULT");
-        block->m_bResetRequested = 0;
-        if (state != nullptr && state->device && body != nullptr) {
-            state->device->FillOEMDEVWithDeviceValues(*body, 1);
+        if (state == nullptr || !state->device || body == nullptr) {
+            // Nothing was reset: the request stays and the sheet must not close as if it had.
+            TheLog().Write(kLogError, kCallbackName,
+                           "RESET Settings to DEFAULT failed: the framework record is not ours");
+            return CPSUICB_ACTION_NO_APPLY_EXIT;
         }
+        block->m_bResetRequested = 0;
+        state->device->FillOEMDEVWithDeviceValues(*body, 1);
     } else {
         result = SaveSettingsPublicDM(block, state, body, param);
     }

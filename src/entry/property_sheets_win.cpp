@@ -26,14 +26,40 @@ struct PropSheetPageV4 {
 static_assert(sizeof(PropSheetPageV4) == 104);
 static_assert(offsetof(PropSheetPageV4, hbmHeader) == 96);
 
+// Frees the sheet's block on the heap it came from. The page windows and the sheet may outlive
+// it (a framework that destroys them later, a second INIT): they let go of it first, so none
+// of them reaches freed memory.
+void FreePageBlock(OemUiState* state) {
+    if (state == nullptr || state->pageBlock == nullptr)
+        return;
+    auto* block = static_cast<PageContext*>(state->pageBlock);
+    const auto held = reinterpret_cast<LONG_PTR>(block);
+    for (HWND PageContext::*slot : kPageSlots) {
+        HWND page = block->*slot;
+        if (page == nullptr || !IsWindow(page))
+            continue;
+        if (GetWindowLongPtrW(page, DWLP_USER) == held)
+            SetWindowLongPtrW(page, DWLP_USER, 0);
+        HWND sheet = GetParent(page);
+        if (sheet != nullptr && GetWindowLongPtrW(sheet, GWLP_USERDATA) == held)
+            SetWindowLongPtrW(sheet, GWLP_USERDATA, 0);
+    }
+    if (block->hHeap != nullptr)
+        HeapFree(block->hHeap, 0, block);
+    state->pageBlock = nullptr;
+}
+
 void RegisterPages(PPROPSHEETUI_INFO info, POEMUIPSPARAM psp, OemUiState* state,
                    uint32_t* adminFlag, uint32_t lmAvailable, uint32_t lmBidi, uint32_t lmEnable) {
+    // A second INIT without a DESTROY between them: the first block goes.
+    FreePageBlock(state);
     auto* block = static_cast<PageContext*>(
         HeapAlloc(psp->hOEMHeap, HEAP_ZERO_MEMORY, kPageContextBlockSize));
     if (block == nullptr) {
         TheLog().Write(kLogError, kFn, "page block allocation failed.");
         return;
     }
+    block->hHeap = psp->hOEMHeap;
     uint8_t flags[kCapabilityFlagCount];
     UiDeviceCommon* device = state != nullptr ? state->device.get() : nullptr;
     if (device != nullptr) {
@@ -63,18 +89,6 @@ void RegisterPages(PPROPSHEETUI_INFO info, POEMUIPSPARAM psp, OemUiState* state,
     block->m_bAdminMode = admin ? 1 : 0;
     if (state != nullptr)
         state->pageBlock = block;
-}
-
-void FreePageBlock(PPROPSHEETUI_INFO info, OemUiState* state) {
-    if (state == nullptr || state->pageBlock == nullptr)
-        return;
-    auto* block = static_cast<PageContext*>(state->pageBlock);
-    auto* psp = reinterpret_cast<POEMUIPSPARAM>(info->lParamInit);
-    if (psp == nullptr)
-        psp = block->pOEMUIPSParam;
-    if (psp != nullptr && psp->hOEMHeap != nullptr)
-        HeapFree(psp->hOEMHeap, 0, block);
-    state->pageBlock = nullptr;
 }
 
 }  // namespace
@@ -115,7 +129,7 @@ HRESULT DocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam, OemUi
             break;
         case PROPSHEETUI_REASON_DESTROY:
             TheLog().Write(kLogInfo, kFn, "PROPSHEETUI_REASON_DESTROY");
-            FreePageBlock(pPSUIInfo, state);
+            FreePageBlock(state);
             pPSUIInfo->Result = 1;
             break;
         case PROPSHEETUI_REASON_SET_RESULT:

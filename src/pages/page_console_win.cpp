@@ -5,6 +5,7 @@
 #include "pages/console_rules.h"
 #include "pages/page_framework_win.h"
 #include "ports/platform_win.h"
+#include "session/session_printer.h"
 #include "settings/ui_device_common.h"
 
 // The lean Windows headers leave out ShellExecute.
@@ -58,8 +59,8 @@ void ShowError(HWND hDlg, const char* message) {
     ShowPageError(hDlg, PageId::kConsole, message);
 }
 
-// The printer as the page knows it: the framework's handle (or the sentinel when it gave none,
-// so the printer is opened by name) and the name.
+// The printer as the page knows it: the framework's live handle (or the sentinel, so the
+// printer is opened by name) and the name.
 struct PagePrinter {
     PrinterHandle handle = kNoPrinterHandle;
     std::u16string name;
@@ -70,7 +71,7 @@ PagePrinter PrinterOf(HWND hDlg) {
     printer.state = PageState(hDlg);
     if (printer.state != nullptr) {
         printer.name = printer.state->printerNameWide;
-        printer.handle = PagePrinterHandle(*printer.state);
+        printer.handle = LiveFrameworkPrinter(*printer.state);
     }
     return printer;
 }
@@ -89,7 +90,8 @@ void Reprint(HWND hDlg) {
     if (printer.state == nullptr) {
         return;
     }
-    if (!PrintLastDocument(*WinPlatform().spooler, *WinPlatform().log.text, printer.name,
+    SessionSpooler spooler(*WinPlatform().spooler, *printer.state);
+    if (!PrintLastDocument(spooler, *WinPlatform().log.text, printer.name,
                            PrintFolder(*printer.state), printer.handle)) {
         ShowError(hDlg, "Impossible to send the last print");
     }
@@ -117,8 +119,8 @@ void SendFile(HWND hDlg) {
     if (printer.state == nullptr) {
         return;
     }
-    Spooler& spooler = *WinPlatform().spooler;
-    if (!IsPrinterOnline(spooler, printer.handle)) {
+    SessionSpooler spooler(*WinPlatform().spooler, *printer.state);
+    if (!IsPrinterOnline(spooler, RequestPrinter(spooler, *printer.state).Handle())) {
         ShowError(hDlg, "The printer is OFFLINE");
         TheLog().Write(kLogError, kLogName, "Send file to printer error: Printer is Offline");
         return;

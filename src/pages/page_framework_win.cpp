@@ -9,6 +9,7 @@
 #include "actions/uni_bridge.h"
 #include "infra/log.h"
 #include "ports/platform_win.h"
+#include "session/session_printer.h"
 #include "settings/ui_device_common.h"
 
 // The lean Windows headers leave out the file dialogs.
@@ -224,25 +225,38 @@ void WriteControlText(HWND hDlg, int controlId, std::string_view text) {
     SendDlgItemMessageW(hDlg, controlId, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
 }
 
+namespace {
+
+// The help text's tool on the control. The common-controls 5 size is accepted by every version;
+// the full size is refused where the host process runs without the version 6 manifest.
+TOOLINFOW HelpTool(HWND hDlg, HWND control, const wchar_t* text, UINT flags) {
+    TOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V2_SIZE;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS | flags;
+    tool.hwnd = hDlg;
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = const_cast<wchar_t*>(text);
+    return tool;
+}
+
+}  // namespace
+
 HWND CreateHelpTooltip(int controlId, HWND hDlg, const wchar_t* text) {
     if (controlId == 0 || hDlg == nullptr || text == nullptr) {
         return nullptr;
     }
+    // A window made for a missing control would live, unused, until the dialog closes.
     HWND control = GetDlgItem(hDlg, controlId);
+    if (control == nullptr) {
+        return nullptr;
+    }
     HWND tip = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_BALLOON | TTS_ALWAYSTIP,
                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hDlg,
                                nullptr, nullptr, nullptr);
-    if (control == nullptr || tip == nullptr) {
+    if (tip == nullptr) {
         return nullptr;
     }
-    TOOLINFOW tool{};
-    // The common-controls 5 size is accepted by every version; the full size is refused where
-    // the host process runs without the version 6 manifest.
-    tool.cbSize = TTTOOLINFOW_V2_SIZE;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = hDlg;
-    tool.uId = reinterpret_cast<UINT_PTR>(control);
-    tool.lpszText = const_cast<wchar_t*>(text);
+    TOOLINFOW tool = HelpTool(hDlg, control, text, 0);
     SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, 500);
     SendMessageW(tip, TTM_SETDELAYTIME, TTDT_AUTOPOP, MAKELPARAM(30000, 0));
@@ -251,9 +265,23 @@ HWND CreateHelpTooltip(int controlId, HWND hDlg, const wchar_t* text) {
 }
 
 void PopUpHelp(int controlId, HWND hDlg, const wchar_t* text) {
-    if (HWND tip = CreateHelpTooltip(controlId, hDlg, text)) {
-        SendMessageW(tip, TTM_POPUP, 0, 0);
+    HWND tip = CreateHelpTooltip(controlId, hDlg, text);
+    if (tip == nullptr) {
+        return;
     }
+    SendMessageW(tip, TTM_POPUP, 0, 0);
+    if (IsWindowVisible(tip)) {
+        return;
+    }
+    // Common controls 5 know no TTM_POPUP: the balloon is shown as a tip that tracks a point
+    // under the icon instead.
+    HWND control = GetDlgItem(hDlg, controlId);
+    TOOLINFOW tool = HelpTool(hDlg, control, text, TTF_TRACK | TTF_ABSOLUTE);
+    SendMessageW(tip, TTM_SETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool));
+    RECT icon{};
+    GetWindowRect(control, &icon);
+    SendMessageW(tip, TTM_TRACKPOSITION, 0, MAKELPARAM((icon.left + icon.right) / 2, icon.bottom));
+    SendMessageW(tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
 }
 
 HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeName) {
@@ -286,22 +314,40 @@ HBITMAP LoadPngResourceBitmap(HMODULE module, int resourceId, const char* typeNa
     return status == kGdipOk ? bitmap : nullptr;
 }
 
-void SetPicture(HWND hDlg, int pictureId, int pngId) {
-    HMODULE module = reinterpret_cast<HMODULE>(GetWindowLongPtrW(hDlg, GWLP_HINSTANCE));
-    HBITMAP bitmap = LoadPngResourceBitmap(module, pngId, "PNG");
-    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(SendDlgItemMessageW(
-        hDlg, pictureId, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
+namespace {
+
+// Shows `bitmap` (taken over; may be null) in a picture control and deletes every bitmap that
+// nothing shows any more, under common controls 5 and 6 alike.
+void ShowBitmap(HWND picture, HBITMAP bitmap) {
+    if (picture == nullptr) {
+        if (bitmap != nullptr) {
+            DeleteObject(bitmap);
+        }
+        return;
+    }
+    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
+        SendMessageW(picture, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
     if (previous != nullptr && previous != bitmap) {
         DeleteObject(previous);
     }
+    // Common controls 6 show their own copy of a bitmap whose pixels carry alpha (ours do, as
+    // GDI+ makes them); the copy comes back from the next STM_SETIMAGE, the page's is unused.
+    const auto shown =
+        reinterpret_cast<HGDIOBJ>(SendMessageW(picture, STM_GETIMAGE, IMAGE_BITMAP, 0));
+    if (bitmap != nullptr && shown != bitmap) {
+        DeleteObject(bitmap);
+    }
+}
+
+}  // namespace
+
+void SetPicture(HWND hDlg, int pictureId, int pngId) {
+    HMODULE module = reinterpret_cast<HMODULE>(GetWindowLongPtrW(hDlg, GWLP_HINSTANCE));
+    ShowBitmap(GetDlgItem(hDlg, pictureId), LoadPngResourceBitmap(module, pngId, "PNG"));
 }
 
 void ReleasePicture(HWND hDlg, int pictureId) {
-    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
-        SendDlgItemMessageW(hDlg, pictureId, STM_SETIMAGE, IMAGE_BITMAP, 0));
-    if (previous != nullptr) {
-        DeleteObject(previous);
-    }
+    ShowBitmap(GetDlgItem(hDlg, pictureId), nullptr);
 }
 
 HBITMAP LoadPreviewBitmap(const std::string& path, int boxWidth, int boxHeight) {
@@ -335,12 +381,7 @@ void ShowPreview(HWND hDlg, int pictureId, const std::string& path) {
     if (picture == nullptr || !GetClientRect(picture, &box)) {
         return;
     }
-    HBITMAP bitmap = LoadPreviewBitmap(path, box.right - box.left, box.bottom - box.top);
-    HGDIOBJ previous = reinterpret_cast<HGDIOBJ>(
-        SendMessageW(picture, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
-    if (previous != nullptr && previous != bitmap) {
-        DeleteObject(previous);
-    }
+    ShowBitmap(picture, LoadPreviewBitmap(path, box.right - box.left, box.bottom - box.top));
 }
 
 bool PathExists(const std::string& path) {
@@ -388,14 +429,15 @@ void PrintPreview(HWND hDlg, PageId page, PreviewRender render, const char* fail
         return;
     }
     const Platform& platform = WinPlatform();
-    const PrinterHandle printer = PagePrinterHandle(*state);
-    UniExportedFunctions bridge({*platform.spooler, *platform.modules, *platform.versions}, printer,
-                                state->printerName);
+    const RequestPrinter printer(*platform.spooler, *state);
+    UniExportedFunctions bridge({*platform.spooler, *platform.modules, *platform.versions},
+                                printer.Handle(), state->printerName);
     const PreviewPaper paper{static_cast<uint32_t>(state->paperWidthDots),
                              static_cast<uint32_t>(state->paperLengthDots),
                              static_cast<uint32_t>(state->device->GetModelNumber())};
-    const PreviewSend sent = SendPreviewData(*platform.spooler, printer, state->printerNameWide,
-                                             [&] { return render(hDlg, bridge, paper); });
+    const PreviewSend sent =
+        SendPreviewData(*platform.spooler, printer.Handle(), state->printerNameWide,
+                        [&] { return render(hDlg, bridge, paper); });
     const PageNames names = NamesOf(page);
     const char* logName = names.logName.c_str();
     if (sent == PreviewSend::kOffline) {
@@ -408,13 +450,22 @@ void PrintPreview(HWND hDlg, PageId page, PreviewRender render, const char* fail
     }
 }
 
+bool FillTextBlock(HGLOBAL block, const std::string& text) {
+    void* bytes = block != nullptr ? GlobalLock(block) : nullptr;
+    if (bytes == nullptr)
+        return false;
+    std::memcpy(bytes, text.c_str(), text.size() + 1);
+    GlobalUnlock(block);
+    return true;
+}
+
 bool CopyTextToClipboard(HWND owner, const std::string& text) {
     HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
     if (block == nullptr)
         return false;
-    if (void* bytes = GlobalLock(block)) {
-        std::memcpy(bytes, text.c_str(), text.size() + 1);
-        GlobalUnlock(block);
+    if (!FillTextBlock(block, text)) {
+        GlobalFree(block);
+        return false;
     }
     // The clipboard owns the block once SetClipboardData accepts it.
     const bool copied =

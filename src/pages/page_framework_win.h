@@ -141,6 +141,9 @@ using PreviewRender = std::vector<uint8_t> (*)(HWND hDlg, UniExportedFunctions& 
 // nothing could be printed.
 void PrintPreview(HWND hDlg, PageId page, PreviewRender render, const char* failed);
 
+// `text` with its terminator into a global block of at least that size; false when the block
+// does not lock (a discarded one), and nothing is written then.
+bool FillTextBlock(HGLOBAL block, const std::string& text);
 // `text` on the clipboard as 8-bit text (CF_TEXT, in a movable block); false on any failure.
 bool CopyTextToClipboard(HWND owner, const std::string& text);
 
@@ -169,9 +172,29 @@ class FillingScope {
     uint8_t was_ = 0;
 };
 
-// The framework's printer handle for a page, or kNoPrinterHandle when it gave none.
-PrinterHandle PagePrinterHandle(const OemUiState& state);
-
+// The one procedure behind every page's dialog procedure, run for `page` with `definition`;
+// an exception is logged under the page's name and answered 0.
+INT_PTR RunPageProcedure(PageId page, const PageDefinition& definition, HWND hDlg, UINT message,
+                         WPARAM wParam, LPARAM lParam);
 // The definition and the dialog procedure of a page; null for an id past the catalog.
 const PageDefinition* FindPageDefinition(PageId page);
 DLGPROC PageProcedureOf(PageId page);
+
+// Each page's dialog procedure, as registration hands it to the framework; all of them run the
+// one generic procedure with their page's definition.
+INT_PTR CALLBACK DevicePropPageDocPrint(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocPrintAdjust(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocCutMove(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocAccessories(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocPeripherals(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocPresentation(HWND hDlg, UINT message, WPARAM wParam,
+                                               LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocWatermark(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocCoupon(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocLogo(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocConsole(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocAdmin(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);
+INT_PTR CALLBACK DevicePropPageDocVersion(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam);

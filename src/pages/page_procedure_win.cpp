@@ -1,6 +1,7 @@
 // The one dialog procedure of every document page, and the lookup of the pages.
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "../../resources/resource.h"
@@ -44,7 +45,9 @@ void FillOnce(HWND hDlg, PageId page, const PageDefinition& definition, PageCont
         return;
     }
     filled = 1;
-    context.filling = 1;
+    // A fill that throws (Guarded catches it) must not leave the page filling for good: every
+    // later change of the user would then be ignored and Apply never light.
+    const FillingScope filling(hDlg);
     UiDeviceCommon* device =
         context.pOemUiState != nullptr ? context.pOemUiState->device.get() : nullptr;
     if (device != nullptr && definition.fill != nullptr) {
@@ -58,7 +61,6 @@ void FillOnce(HWND hDlg, PageId page, const PageDefinition& definition, PageCont
         SetPicture(hDlg, row.icon, IDB_PNG_HELP);
         CreateHelpTooltip(row.icon, hDlg, row.text);
     }
-    context.filling = 0;
 }
 
 bool IsSettingNotification(int code) {
@@ -147,6 +149,22 @@ void ReleasePictures(HWND hDlg, const PageDefinition& definition) {
     }
 }
 
+// WM_DESTROY: nothing keeps pointing from the block to the dead window or back; the sheet lets
+// go of the block with its last page.
+void Detach(HWND hDlg, PageId page, PageContext& context) {
+    if (context.Slot(page) == hDlg) {
+        context.Slot(page) = nullptr;
+    }
+    SetWindowLongPtrW(hDlg, DWLP_USER, 0);
+    HWND sheet = GetParent(hDlg);
+    const bool lastPage = std::all_of(std::begin(kPageSlots), std::end(kPageSlots),
+                                      [&](HWND PageContext::*slot) { return !(context.*slot); });
+    if (sheet != nullptr && lastPage &&
+        GetWindowLongPtrW(sheet, GWLP_USERDATA) == reinterpret_cast<LONG_PTR>(&context)) {
+        SetWindowLongPtrW(sheet, GWLP_USERDATA, 0);
+    }
+}
+
 INT_PTR RunPage(PageId page, const PageDefinition& definition, HWND hDlg, UINT message,
                 WPARAM wParam, LPARAM lParam) {
     if (hDlg == nullptr) {
@@ -173,6 +191,9 @@ INT_PTR RunPage(PageId page, const PageDefinition& definition, HWND hDlg, UINT m
             return 1;
         case WM_DESTROY:
             ReleasePictures(hDlg, definition);
+            if (context != nullptr) {
+                Detach(hDlg, page, *context);
+            }
             return 0;
         default:
             return 0;
@@ -181,28 +202,92 @@ INT_PTR RunPage(PageId page, const PageDefinition& definition, HWND hDlg, UINT m
 
 template <PageId kPage>
 INT_PTR CALLBACK PageDialogProc(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
-    static constexpr PageNames kNames = NamesOf(kPage);
-    return Guarded(kNames.logName.c_str(), static_cast<INT_PTR>(0), [&] {
-        return RunPage(kPage, DefinitionOf<kPage>(), hDlg, message, wParam, lParam);
-    });
+    return RunPageProcedure(kPage, DefinitionOf<kPage>(), hDlg, message, wParam, lParam);
 }
-
-struct CatalogPage {
-    DLGPROC procedure;
-    const PageDefinition& (*definition)();
-};
 
 // Every catalog row needs its page's DefinitionOf: a row without one fails to link.
 template <size_t... kIndex>
-constexpr std::array<CatalogPage, kPageCount> MakePages(std::index_sequence<kIndex...>) {
-    return {CatalogPage{&PageDialogProc<static_cast<PageId>(kIndex)>,
-                        &DefinitionOf<static_cast<PageId>(kIndex)>}...};
+constexpr std::array<const PageDefinition& (*)(), kPageCount> MakeDefinitions(
+    std::index_sequence<kIndex...>) {
+    return {&DefinitionOf<static_cast<PageId>(kIndex)>...};
 }
 
-constexpr std::array<CatalogPage, kPageCount> kPages =
-    MakePages(std::make_index_sequence<kPageCount>());
+constexpr std::array<const PageDefinition& (*)(), kPageCount> kDefinitions =
+    MakeDefinitions(std::make_index_sequence<kPageCount>());
 
 }  // namespace
+
+INT_PTR CALLBACK DevicePropPageDocPrint(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kPrint>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocPrintAdjust(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+    return PageDialogProc<PageId::kPrintAdjust>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocCutMove(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kCutMove>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocAccessories(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+    return PageDialogProc<PageId::kAccessories>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocPeripherals(HWND hDlg, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+    return PageDialogProc<PageId::kPeripherals>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocPresentation(HWND hDlg, UINT message, WPARAM wParam,
+                                               LPARAM lParam) {
+    return PageDialogProc<PageId::kPresentation>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocWatermark(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kWatermark>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocCoupon(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kCoupon>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocLogo(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kLogo>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocConsole(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kConsole>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocAdmin(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kAdmin>(hDlg, message, wParam, lParam);
+}
+INT_PTR CALLBACK DevicePropPageDocVersion(HWND hDlg, UINT message, WPARAM wParam, LPARAM lParam) {
+    return PageDialogProc<PageId::kVersion>(hDlg, message, wParam, lParam);
+}
+
+namespace {
+
+struct PageProcedure {
+    PageId page;
+    DLGPROC procedure;
+};
+// What registration hands to the framework for each page.
+constexpr PageProcedure kProcedures[] = {
+    {.page = PageId::kPrint, .procedure = &DevicePropPageDocPrint},
+    {.page = PageId::kPrintAdjust, .procedure = &DevicePropPageDocPrintAdjust},
+    {.page = PageId::kCutMove, .procedure = &DevicePropPageDocCutMove},
+    {.page = PageId::kAccessories, .procedure = &DevicePropPageDocAccessories},
+    {.page = PageId::kPeripherals, .procedure = &DevicePropPageDocPeripherals},
+    {.page = PageId::kPresentation, .procedure = &DevicePropPageDocPresentation},
+    {.page = PageId::kWatermark, .procedure = &DevicePropPageDocWatermark},
+    {.page = PageId::kCoupon, .procedure = &DevicePropPageDocCoupon},
+    {.page = PageId::kLogo, .procedure = &DevicePropPageDocLogo},
+    {.page = PageId::kConsole, .procedure = &DevicePropPageDocConsole},
+    {.page = PageId::kAdmin, .procedure = &DevicePropPageDocAdmin},
+    {.page = PageId::kVersion, .procedure = &DevicePropPageDocVersion},
+};
+static_assert(OneRowPerPageInOrder(kProcedures), "row i holds the procedure of PageId i");
+
+}  // namespace
+
+INT_PTR RunPageProcedure(PageId page, const PageDefinition& definition, HWND hDlg, UINT message,
+                         WPARAM wParam, LPARAM lParam) {
+    return Guarded(NamesOf(page).logName.c_str(), static_cast<INT_PTR>(0),
+                   [&] { return RunPage(page, definition, hDlg, message, wParam, lParam); });
+}
 
 PageContext* PageContextOf(HWND hDlg) {
     return reinterpret_cast<PageContext*>(GetWindowLongPtrW(hDlg, DWLP_USER));
@@ -231,17 +316,12 @@ UiDeviceCommon* PageDevice(HWND hDlg) {
     return state != nullptr ? state->device.get() : nullptr;
 }
 
-PrinterHandle PagePrinterHandle(const OemUiState& state) {
-    return state.hPrinter != nullptr ? reinterpret_cast<PrinterHandle>(state.hPrinter)
-                                     : kNoPrinterHandle;
-}
-
 const PageDefinition* FindPageDefinition(PageId page) {
     const size_t index = static_cast<size_t>(page);
-    return index < kPageCount ? &kPages[index].definition() : nullptr;
+    return index < kPageCount ? &kDefinitions[index]() : nullptr;
 }
 
 DLGPROC PageProcedureOf(PageId page) {
     const size_t index = static_cast<size_t>(page);
-    return index < kPageCount ? kPages[index].procedure : nullptr;
+    return index < kPageCount ? kProcedures[index].procedure : nullptr;
 }

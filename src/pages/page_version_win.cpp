@@ -9,6 +9,7 @@
 #include "pages/version_rules.h"
 #include "ports/file_reader_win.h"
 #include "ports/platform_win.h"
+#include "session/session_printer.h"
 
 namespace {
 
@@ -16,11 +17,13 @@ constexpr PictureRow kPictures[] = {{IDC_VERSION_LOGO, IDB_PNG_VERSION_LOGO}};
 
 std::string BuildReport(const OemUiState& state) {
     const Platform& platform = WinPlatform();
-    const auto printer = reinterpret_cast<PrinterHandle>(state.hPrinter);
+    const RequestPrinter printer(*platform.spooler, state);
     VersionReportInputs in;
-    platform.spooler->DriverInfo(printer, &in.driver);
-    in.monitorModule = GetLanguageMonitorDll(*platform.spooler, *platform.localMachine,
-                                             *platform.log.text, printer, "");
+    if (printer.Handle() != kNoPrinterHandle) {
+        platform.spooler->DriverInfo(printer.Handle(), &in.driver);
+        in.monitorModule = GetLanguageMonitorDll(*platform.spooler, *platform.localMachine,
+                                                 *platform.log.text, printer.Handle(), "");
+    }
     OSManager os(*platform.os, *platform.localMachine, *platform.log.text);
     in.os = {os.GetProductName(), os.GetDisplayVersion(), os.GetVersionMap()};
     in.options = ReadVersionReportOptions(*platform.currentUser, state.printerNameWide);

@@ -16,7 +16,7 @@ constexpr const char* kSaveName = "SaveSettingsPublicDM";
 
 // The page's window when the user opened it during this sheet, else null.
 HWND VisitedPage(const PageContext& context, PageId page) {
-    return context.pageWindow[static_cast<size_t>(page)];
+    return context.Slot(page);
 }
 
 }  // namespace

@@ -27,6 +27,7 @@ struct OemUiState {
     Configuration config;
     std::unique_ptr<UiDeviceCommon> device;  // the model capability object
     void* hPrinter = nullptr;                // the framework's printer handle
+    void* closedPrinter = nullptr;           // a framework handle a failed send has closed
     OEMDEV workOEMDev{};                     // what the pages edit
     OEMDEV savedOEMDev{};                    // the incoming record of the last merge
     int32_t paperWidth = 0;                  // tenths of a millimetre (public devmode)

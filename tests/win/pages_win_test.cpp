@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "../../resources/resource.h"
+#include "entry/doc_callback_win.h"
+#include "entry/property_sheets_win.h"
 #include "session/oem_ui_state.h"
 #include "pages/page_framework_win.h"
 #include "pages/save_settings_win.h"
@@ -214,6 +216,71 @@ TEST_F(PagesWin, PrintAdjustSavesOffsetsAndReductionOfAnOpenedPageOnly) {
     parameters.pPublicDM = &dm;
     EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, &parameters), 0);
     EXPECT_EQ(dm.dmFields & DM_DEFAULTSOURCE ? dm.dmDefaultSource : 0, PRN_PROP_FEEDER_AUTO);
+}
+
+// The page layer's edges: a help icon's click shows its balloon (this process has common
+// controls 5, which know no TTM_POPUP); a balloon for a control that is not there, a clipboard
+// block that does not lock and a Reset Default on a record that is not ours (refused, the
+// request kept for the next apply) fail without leaving anything behind.
+TEST_F(PagesWin, HelpShowsAndEdgesFailWithoutLeavingAnythingBehind) {
+    HWND hDlg = OpenPage(PageId::kPrint);
+    ASSERT_NE(hDlg, nullptr);
+    const auto tips = [](bool shown) {
+        int count = 0;
+        for (HWND tip = nullptr; (tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr));)
+            count += !shown || IsWindowVisible(tip);
+        return count;
+    };
+    ShowWindow(sheet_, SW_SHOW);
+    ShowWindow(hDlg, SW_SHOW);
+    Command(hDlg, IDC_PRINT_HELP, STN_CLICKED);
+    EXPECT_EQ(tips(true), 1);
+    const int before = tips(false);
+    EXPECT_EQ(CreateHelpTooltip(4242, hDlg, L"HELP"), nullptr);
+    EXPECT_EQ(tips(false), before);
+    HGLOBAL discarded = GlobalAlloc(GMEM_MOVEABLE, 0);
+    EXPECT_FALSE(FillTextBlock(discarded, "report"));
+    GlobalFree(discarded);
+
+    context_.m_bResetRequested = 1;
+    OEMDEV foreign{};
+    OEMCUIPPARAM param{};
+    param.pOEMDM = &foreign;
+    CPSUICBPARAM apply{};
+    apply.Reason = CPSUICB_REASON_APPLYNOW;
+    apply.hDlg = hDlg;
+    EXPECT_EQ(OEMDocUICallBack(&apply, &param), CPSUICB_ACTION_NO_APPLY_EXIT);
+    EXPECT_EQ(context_.m_bResetRequested, 1);
+}
+
+// The page block's life: freeing it clears what the pages and the sheet hold of it (a block on
+// no heap is cleared, not freed), and a fill that throws leaves its page taking changes.
+TEST_F(PagesWin, NothingPointsAtAFreedBlockAndAFailedFillStillTakesChanges) {
+    HWND first = OpenPage(PageId::kPrint);
+    ASSERT_NE(first, nullptr);
+    state_.pageBlock = &context_;
+    PROPSHEETUI_INFO info{};
+    info.Version = PROPSHEETUI_INFO_VERSION;
+    info.Reason = PROPSHEETUI_REASON_DESTROY;
+    uint32_t admin = 0;
+    ASSERT_EQ(hrOEMDocumentPropertySheets(&info, 0, nullptr, &state_, &admin, 0, 0, 0), S_OK);
+    EXPECT_EQ(GetWindowLongPtrW(first, DWLP_USER), 0);
+    EXPECT_EQ(GetWindowLongPtrW(sheet_, GWLP_USERDATA), 0);
+
+    static PageDefinition throwing = DefinitionOf<PageId::kPrint>();
+    throwing.fill = [](HWND, UiDeviceCommon&) { throw 1; };
+    PROPSHEETPAGEW page{};
+    page.lParam = reinterpret_cast<LPARAM>(&context_);
+    HWND hDlg = CreateDialogParamW(
+        module_, MAKEINTRESOURCEW(CatalogRow(PageId::kPrint).dialogId), sheet_,
+        [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+            return RunPageProcedure(PageId::kPrint, throwing, window, message, wParam, lParam);
+        },
+        reinterpret_cast<LPARAM>(&page));
+    ASSERT_NE(hDlg, nullptr);
+    pages_.push_back(hDlg);
+    Command(hDlg, IDC_PRINT_QUALITY, CBN_SELCHANGE);
+    EXPECT_EQ(g_changedCount, 1);
 }
 
 }  // namespace

@@ -2,8 +2,10 @@
 // and of the rendering bridge over them with the installed stand-in module.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <string>
 
+#include "actions/raw_output.h"
 #include "actions/raw_output_win.h"
 #include "actions/uni_bridge.h"
 #include "fake_log_ports.h"
@@ -12,6 +14,7 @@
 #include "infra/config.h"
 #include "pages/coupon_rules.h"
 #include "ports/platform_win.h"
+#include "session/session_printer.h"
 #include "win/text_win.h"
 
 namespace {
@@ -21,8 +24,9 @@ class PortsWin : public HostTestBase {
     PortsWin() : HostTestBase(L"PortsWin") {}
 };
 
-// The driver's files lead the bridge to the installed stand-in, whose stream shows the arguments.
-TEST_F(PortsWin, TheBridgeOverTheRealPortsCallsTheInstalledStandIn) {
+// The driver's files lead the bridge to the installed stand-in, whose stream shows the arguments;
+// after a failed send the framework's handle is left alone.
+TEST_F(PortsWin, TheBridgeAndTheSendsOverTheRealPorts) {
     const std::wstring printer = NewPrinter(L"J7");
     WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
                            dir_ + L"\\" + SafeFileName(printer) + L".prn"};
@@ -68,7 +72,25 @@ TEST_F(PortsWin, TheBridgeOverTheRealPortsCallsTheInstalledStandIn) {
     EXPECT_TRUE(bridge.GetBuffer_PrintLogoFILE({image + ".missing", 576, 418, 0, 0}).empty());
     EXPECT_EQ("UNI file path: " + module, log.Messages().front());
     EXPECT_EQ("Error. Buffer of the function is 0", log.Messages().back());
-    EXPECT_TRUE(platform.spooler->ClosePrinter(h));
+
+    // A send that fails inside the spooler once the job has started (a folder stands where the
+    // port writes its file) closes the framework's handle, here h; the online test, Send file and
+    // the driver question after it work on printers opened by name, and the good file arrives.
+    const std::string bad = Narrow(dir_) + "\\bad.prn", good = Narrow(dir_) + "\\good.prn";
+    std::ofstream(bad, std::ios::binary) << "\x1B@";
+    std::ofstream(good, std::ios::binary) << "receipt";
+    OemUiState state;
+    state.printerNameWide = U16FromWide(printer);
+    state.hPrinter = reinterpret_cast<void*>(h);
+    SessionSpooler spooler(*platform.spooler, state);
+    ASSERT_TRUE(CreateDirectoryW(setup.outputFile.c_str(), nullptr));
+    EXPECT_EQ(0, SendFileToPrinter(spooler, bad, h, state.printerNameWide));
+    EXPECT_EQ(kNoPrinterHandle, LiveFrameworkPrinter(state));
+    ASSERT_TRUE(RemoveDirectoryW(setup.outputFile.c_str()));
+    EXPECT_EQ(1, IsPrinterOnline(spooler, RequestPrinter(spooler, state).Handle()));
+    EXPECT_EQ(1, SendFileToPrinter(spooler, good, kNoPrinterHandle, state.printerNameWide));
+    EXPECT_EQ("receipt", ReadFileText(setup.outputFile));
+    EXPECT_TRUE(spooler.DriverInfo(RequestPrinter(spooler, state).Handle(), &driver));
 }
 
 TEST(PortsWinPrivilege, KnownPrivilegeOnOwnTokenUnknownNameRefused) {

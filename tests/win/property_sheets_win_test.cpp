@@ -77,13 +77,20 @@ TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) 
     EXPECT_EQ(reinterpret_cast<void*>(RecordingSheet), head[2]);
     EXPECT_TRUE(HeapValidate(heap, 0, reinterpret_cast<void*>(g_added[0].block)));
 
+    // A second INIT frees the first block; DESTROY frees the second.
+    const auto busyBlocks = [heap] {
+        PROCESS_HEAP_ENTRY entry{};
+        size_t busy = 0;
+        while (HeapWalk(heap, &entry))
+            busy += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
+        return busy;
+    };
+    ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+    EXPECT_EQ(1u, busyBlocks());
     info.Reason = PROPSHEETUI_REASON_DESTROY;
     ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
     EXPECT_EQ(1u, info.Result);
-    // A second destroy finds nothing left to free.
-    info.Result = 0;
-    ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
-    EXPECT_EQ(1u, info.Result);
+    EXPECT_EQ(0u, busyBlocks());
     HeapDestroy(heap);
 }
 

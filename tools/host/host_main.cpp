@@ -22,6 +22,7 @@
 #include "host_options.h"
 #include "driver_package.h"
 #include "host_output.h"
+#include "host_resource.h"
 #include "process_usage.h"
 #include "settings/record_dump.h"
 #include "sheet_host.h"
@@ -654,6 +655,38 @@ void PrintModels(const std::vector<PackageModel>& models) {
         Out("%s\n", Utf8(model.model).c_str());
 }
 
+// Common controls 6 for the rest of the process, from the manifest kivhost carries, as an
+// application's own manifest gives them to every module it loads. The context stays active
+// until the process ends; false when it could not be made.
+bool ActivateCommonControls6() {
+    wchar_t exe[MAX_PATH] = {};
+    if (GetModuleFileNameW(nullptr, exe, MAX_PATH) == 0)
+        return false;
+    ACTCTXW manifest{.cbSize = sizeof(ACTCTXW),
+                     .dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID | ACTCTX_FLAG_HMODULE_VALID,
+                     .lpSource = exe,
+                     .wProcessorArchitecture = 0,
+                     .wLangId = 0,
+                     .lpAssemblyDirectory = nullptr,
+                     .lpResourceName = MAKEINTRESOURCEW(IDR_HOST_COMCTL6_MANIFEST),
+                     .lpApplicationName = nullptr,
+                     .hModule = GetModuleHandleW(nullptr)};
+    HANDLE context = CreateActCtxW(&manifest);
+    ULONG_PTR cookie = 0;
+    return context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie);
+}
+
+// 6 when the active context sends comctl32 to its version 6 assembly, as a manifest does (the
+// windows of every module then get the version 6 classes); else 5.
+int CommonControlsVersion() {
+    ACTCTX_SECTION_KEYED_DATA found{};
+    found.cbSize = sizeof found;
+    return FindActCtxSectionStringW(0, nullptr, ACTIVATION_CONTEXT_SECTION_DLL_REDIRECTION,
+                                    L"comctl32.dll", &found)
+               ? 6
+               : 5;
+}
+
 int Run(HostOptions opts) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     const std::wstring exeDir = ModuleFolder();
@@ -742,6 +775,7 @@ int Run(HostOptions opts) {
     Out("printer     : %s (model %s, paper %d.%d mm wide, %d dpi)\n", Utf8(opts.printer).c_str(),
         Utf8(model.model).c_str(), publicDM.dmPaperWidth / 10, publicDM.dmPaperWidth % 10,
         model.dpi);
+    Out("controls    : common controls %d\n", CommonControlsVersion());
     std::vector<uint8_t> record;
     size_t recordSize = 0;
     if (!BuildRecord(s, devmodeFile, model, publicDM, record, recordSize))
@@ -868,5 +902,10 @@ int wmain(int argc, wchar_t** argv) {
         return 0;
     }
     gVerbose = opts.verbose;
+    if (opts.comctl == 6 && !ActivateCommonControls6()) {
+        std::printf("kivhost: the common controls 6 manifest could not be activated (%s)\n",
+                    Utf8(Win32ErrorText(GetLastError())).c_str());
+        return 2;
+    }
     return Run(opts);
 }

@@ -75,6 +75,8 @@ const wchar_t* HostUsage() {
            L"  --time-runs N    repetitions for --time (median; default 5)\n"
            L"  --soak N         opens the full sheet N times in one process and exits with 5\n"
            L"                   when an opening leaves memory, handles or GDI objects behind\n"
+           L"  --comctl 5|6     common controls version of the process (default 6, as\n"
+           L"                   applications run with their manifest)\n"
            L"  --help           this text\n"
            L"  Exit codes: 1 bad arguments, 2 a failed step, 3 a script step or apply that\n"
            L"  could not be done, 4 --time over target, 5 --soak growth, 6 nobody closed the\n"
@@ -216,6 +218,14 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             if (!number(1, 1000, opts.soak))
                 return false;
             sheetOption = true;
+        } else if (arg == L"--comctl") {
+            if (!value(text))
+                return false;
+            if (text != L"5" && text != L"6") {
+                error = L"--comctl takes 5 or 6, not \"" + text + L"\"";
+                return false;
+            }
+            opts.comctl = text == L"5" ? 5 : 6;
         } else if (arg == L"--file") {
             if (!value(opts.fileAnswer))
                 return false;

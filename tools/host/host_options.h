@@ -33,6 +33,7 @@ struct HostOptions {
     bool showRecord = false;   // --show-record: the saved record field by field
     bool help = false;
     bool listModels = false;  // --list-models
+    int comctl = 6;           // --comctl 5|6: the common-controls version the process runs with
 
     // The property sheet (everything below needs a sheet, so it excludes --headless).
     SheetPress press = SheetPress::kNone;  // --press ok|apply|cancel

@@ -3,6 +3,10 @@
 
 #define IDD_HOST_DRIVER_PAGE 201
 
+// Common controls 6, as an application's manifest asks for them. Not id 1, which the loader
+// would make the process's own: kivhost activates it itself unless told to run with version 5.
+#define IDR_HOST_COMCTL6_MANIFEST 101
+
 #define IDC_HOST_PRINTER 1001
 #define IDC_HOST_MODEL 1002
 #define IDC_HOST_PAPER 1003
