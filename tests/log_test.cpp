@@ -195,9 +195,12 @@ TEST(LogSize, FilePastTheLimitIsBegunAnewAtTheTwentiethLineOnly) {
         EXPECT_EQ(std::count(local.fake.calls.begin(), local.fake.calls.end(), "Truncate"), 0);
         local.log.Write(kLogError, "C::F", "line %d", c.resetAt);
         if (c.truncateFails) {
-            // The line still goes in, behind the old lines, and the file stays open.
+            // The line is dropped and the file left closed; the next line opens it again.
+            EXPECT_FALSE(local.fake.fileOpen);
+            EXPECT_EQ(local.fake.file.size(), c.startSize + 19 * lineSize - 9);
+            local.log.Write(kLogError, "C::F", "line 21");
             EXPECT_TRUE(local.fake.fileOpen);
-            EXPECT_EQ(local.fake.file.substr(local.fake.file.size() - 12), "[F] line 20\n");
+            EXPECT_EQ(local.fake.file.substr(local.fake.file.size() - 12), "[F] line 21\n");
             continue;
         }
         Lines expected = kFileHead;

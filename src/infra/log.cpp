@@ -219,10 +219,15 @@ void CLog::AppendToFile(const std::string& text) {
     // The file is emptied through the open handle, under the mutex: every process that holds
     // it moves to the end before each line, so all of them write into the fresh log at once. A
     // deletion would wait for the last holder to close, and the file would grow meanwhile. When
-    // emptying fails the line still goes in; the next check tries again.
+    // emptying fails the line is dropped and the file closed, so an oversized log never grows
+    // further by this line; the next line opens it again and counts towards the next check.
     if (!writingHead_ && lineCounter_ % kLogSizeCheckEvery == 0 &&
-        ports_->file->Size() > kLogSizeLimit && ports_->file->Truncate()) {
+        ports_->file->Size() > kLogSizeLimit) {
         lineCounter_ = 0;
+        if (!ports_->file->Truncate()) {
+            ports_->file->Close();
+            return;
+        }
         WriteHead();
     }
     std::string line;
