@@ -90,8 +90,9 @@ TEST(RawOutput, LastDocumentIsReprintedAsPrinterData) {
     FakeTextCodec text;
     const std::string folder = (std::filesystem::temp_directory_path() / "kiv").string();
     // The Windows separator is an ordinary character here: the file sits beside the folder.
-    const std::string last = Write(LastDocumentPath(folder, "KIV P"), "receipt");
+    const std::string last = Write(LastDocumentPath(folder, u"KIV P", text), "receipt");
     EXPECT_EQ(folder + "\\lastKIV P_UiUni.prn", last);
+    EXPECT_EQ(folder + "\\last__srv_q_UiUni.prn", LastDocumentPath(folder, u"\\\\srv\\q", text));
     const Calls job = {"StartDocument prn RAW", "StartPage", "Write 7", "EndPage", "EndDocument"};
 
     FakeSpooler spooler;

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "infra/windows_path.h"
+
 namespace {
 
 // The job's steps after StartDocument, each failure undoing what came before it.
@@ -51,8 +53,9 @@ std::vector<uint8_t> ReadWholeFile(const std::string& path) {
     return std::vector<uint8_t>(std::istreambuf_iterator<char>(file), {});
 }
 
-std::string LastDocumentPath(const std::string& printFolder, const std::string& printerName) {
-    return printFolder + "\\last" + printerName + "_UiUni.prn";
+std::string LastDocumentPath(const std::string& printFolder, const std::u16string& printerName,
+                             TextCodec& text) {
+    return printFolder + "\\last" + PrinterNameForFiles(printerName, text) + "_UiUni.prn";
 }
 
 bool IsPrinterDataFile(const std::string& path) {
@@ -125,8 +128,7 @@ PreviewSend SendPreviewData(Spooler& spooler, PrinterHandle printer,
 
 int PrintLastDocument(Spooler& spooler, TextCodec& text, const std::u16string& printerName,
                       const std::string& printFolder, PrinterHandle printer) {
-    std::vector<uint8_t> buffer =
-        ReadWholeFile(LastDocumentPath(printFolder, text.Narrow(printerName)));
+    std::vector<uint8_t> buffer = ReadWholeFile(LastDocumentPath(printFolder, printerName, text));
     if (buffer.empty()) {
         return 0;
     }

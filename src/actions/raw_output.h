@@ -12,8 +12,10 @@
 // The whole file in binary; empty when it is missing, unreadable or empty.
 std::vector<uint8_t> ReadWholeFile(const std::string& path);
 
-// The file the rendering side leaves after each job: folder + "\last" + printer + "_UiUni.prn".
-std::string LastDocumentPath(const std::string& printFolder, const std::string& printerName);
+// The file the rendering side leaves after each job: folder + "\last" + printer + "_UiUni.prn",
+// the printer's name as a file name carries it.
+std::string LastDocumentPath(const std::string& printFolder, const std::u16string& printerName,
+                             TextCodec& text);
 
 // Whether a file goes out as printer data ("prn"): its extension, upper-cased, is exactly ".PRN".
 bool IsPrinterDataFile(const std::string& path);

@@ -51,11 +51,12 @@ void CLog::Open(const std::u16string& printerName, const std::string& folder, ui
             outputMode_ = kLogOff;
             verbosity_ = 0;
         } else {
-            filePath_ = expanded + "\\" + ports_->text->Narrow(printerName) + "_UI.log";
+            filePath_ =
+                expanded + "\\" + PrinterNameForFiles(printerName, *ports_->text) + "_UI.log";
         }
     }
     // The name was formatted into 1024 wide characters, terminator included.
-    mutexName_ = u"Global\\M_LOG_" + printerName;
+    mutexName_ = u"Global\\M_LOG_" + PrinterNameForFiles(printerName);
     if (mutexName_.size() > 1023) {
         mutexName_.resize(1023);
     }

@@ -100,8 +100,8 @@ void SaveLastDocument(HWND hDlg) {
     if (printer.state == nullptr) {
         return;
     }
-    const std::wstring last =
-        WidenAnsi(LastDocumentPath(PrintFolder(*printer.state), printer.state->printerName));
+    const std::wstring last = WidenAnsi(
+        LastDocumentPath(PrintFolder(*printer.state), printer.name, *WinPlatform().log.text));
     if (GetFileAttributesW(last.c_str()) == INVALID_FILE_ATTRIBUTES) {
         ShowError(hDlg, "Impossible to open the file");
         return;

@@ -380,11 +380,12 @@ TEST_F(SheetWin, ImagePagesPreviewThroughTheRenderingModuleAndKeepTheirValues) {
 }
 
 // The Console's actions reach Wine's spooler and the print folder, where the host's job left
-// its last document; without one each action says so and opens no file dialog.
+// its last document; without one each action says so and opens no file dialog. The printer's
+// name holds a character no file name can: its log and last document go by the mapped name.
 TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
-    const std::wstring model = L"TRX418A CUT", printer = NewPrinter(model);
+    const std::wstring model = L"TRX418A CUT", printer = NewPrinter(model, L" a:b");
     const std::wstring port = PortFile(printer);
-    const std::wstring last = dir_ + L"\\last" + printer + L"_UiUni.prn";
+    const std::wstring last = dir_ + L"\\last" + SafeFileName(printer) + L"_UiUni.prn";
     const std::wstring copy = dir_ + L"\\copy.prn";
     const std::wstring console = L" --page Console ";
 
