@@ -85,18 +85,16 @@ int SendRawBuffer(Spooler& spooler, std::vector<uint8_t> buffer, PrinterHandle p
     return written == buffer.size() ? 1 : 0;
 }
 
-int SendFileToPrinter(Spooler& spooler, const std::string& path, PrinterHandle printer,
-                      const std::u16string& printerName) {
-    std::vector<uint8_t> buffer = ReadWholeFile(path);
-    if (buffer.empty()) {
+int SendFileToPrinter(Spooler& spooler, std::vector<uint8_t> contents, bool printerData,
+                      PrinterHandle printer, const std::u16string& printerName) {
+    if (contents.empty()) {
         return 0;
     }
     const bool opened = printer == kNoPrinterHandle;
     if (opened && !spooler.OpenPrinterByName(printerName, &printer)) {
         return 0;
     }
-    const int result =
-        SendRawBuffer(spooler, std::move(buffer), printer, IsPrinterDataFile(path) ? 1 : 0);
+    const int result = SendRawBuffer(spooler, std::move(contents), printer, printerData ? 1 : 0);
     if (opened) {
         // kept-behaviour: Failed send closes the handle
         spooler.ClosePrinter(printer);

@@ -27,10 +27,11 @@ bool IsPrinterDataFile(const std::string& path);
 int SendRawBuffer(Spooler& spooler, std::vector<uint8_t> buffer, PrinterHandle printer,
                   uint32_t printerData);
 
-// Sends a whole file; `printer` may be kNoPrinterHandle, and the printer is then opened by name
-// and closed afterwards.
-int SendFileToPrinter(Spooler& spooler, const std::string& path, PrinterHandle printer,
-                      const std::u16string& printerName);
+// Sends a whole file's contents, as document "prn" when it is printer data (IsPrinterDataFile);
+// the caller reads the file, so that it can open it by its wide path. `printer` may be
+// kNoPrinterHandle, and the printer is then opened by name and closed afterwards.
+int SendFileToPrinter(Spooler& spooler, std::vector<uint8_t> contents, bool printerData,
+                      PrinterHandle printer, const std::u16string& printerName);
 
 // What became of a preview's printer data.
 enum class PreviewSend { kSent, kOffline, kNoData, kNotSent };

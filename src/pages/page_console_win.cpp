@@ -112,6 +112,29 @@ void SaveLastDocument(HWND hDlg) {
     }
 }
 
+// A file the user chose, read through its wide path; nothing when it cannot be read whole or is
+// larger than any job a receipt printer takes.
+std::vector<uint8_t> ReadChosenFile(const std::wstring& path) {
+    constexpr LONGLONG kMaxJobBytes = 256LL << 20;
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return {};
+    }
+    std::vector<uint8_t> contents;
+    LARGE_INTEGER size{};
+    if (GetFileSizeEx(file, &size) && size.QuadPart > 0 && size.QuadPart <= kMaxJobBytes) {
+        contents.resize(static_cast<size_t>(size.QuadPart));
+        DWORD got = 0;
+        if (!ReadFile(file, contents.data(), static_cast<DWORD>(contents.size()), &got, nullptr) ||
+            got != contents.size()) {
+            contents.clear();
+        }
+    }
+    CloseHandle(file);
+    return contents;
+}
+
 void SendFile(HWND hDlg) {
     const PagePrinter printer = PrinterOf(hDlg);
     if (printer.state == nullptr) {
@@ -127,7 +150,8 @@ void SendFile(HWND hDlg) {
     if (path.empty()) {
         return;
     }
-    if (!SendFileToPrinter(spooler, NarrowAnsi(path), printer.handle, printer.name)) {
+    if (!SendFileToPrinter(spooler, ReadChosenFile(path), IsPrinterDataFile(NarrowAnsi(path)),
+                           printer.handle, printer.name)) {
         ShowError(hDlg, "Impossible to send the file");
         TheLog().Write(kLogError, kLogName, "Send file to printer error: Send to printer error");
     }
@@ -169,9 +193,9 @@ void OnSourceChanged(HWND hDlg, const CommandControls& ids) {
 
 // A chosen file goes into the text box, whose change notification tells the sheet.
 void Browse(HWND hDlg, int textId) {
-    const std::wstring path = AskFileToOpen(hDlg, kSendFilter);
+    const std::string path = AskAnsiFileToOpen(hDlg, PageId::kConsole, kSendFilter);
     if (!path.empty()) {
-        WriteControlText(hDlg, textId, NarrowAnsi(path));
+        WriteControlText(hDlg, textId, path);
     }
 }
 

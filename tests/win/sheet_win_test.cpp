@@ -432,6 +432,24 @@ TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
         texts);
     EXPECT_EQ(1u, LinesStarting(run.output, "FILEDIALOG").size()) << run.output;
 
+    // A folder named in another script, with a File command stored: the copy and the sent file
+    // go by their wide paths; a command's path, which the settings keep in 8-bit text, is refused
+    // with a message.
+    Sheet(printer, model, console + L"--select 1056=1 --set 1050=" + copy + L" --press ok");
+    const std::wstring greek = dir_ + L"\\\u0395\u03bb\u03bb\u03b7\u03bd\u03b9\u03ba\u03ac";
+    std::filesystem::create_directories(greek);
+    const std::wstring greekFile = greek + L"\\\u03b4\u03bf\u03ba.prn";
+    DeleteFileW(port.c_str());
+    run = Sheet(printer, model,
+                L"--file \"" + greekFile + L"\"" + console +
+                    L"--click 1163 --click 1164 --click 1170 --dump-controls --press cancel");
+    EXPECT_EQ(ReadFileText(last), ReadFileText(greekFile)) << run.output;
+    EXPECT_EQ(ReadFileText(last), ReadFileText(port)) << run.output;
+    EXPECT_EQ(Narrow(copy), DumpsOf(run.output).at(0).Attr(1050, "text"));
+    EXPECT_EQ("APPLY enabled=0 (after the steps)", LinesStarting(run.output, "APPLY ").back());
+    ASSERT_EQ(1u, LinesStarting(run.output, "MESSAGEBOX ").size()) << run.output;
+    EXPECT_TRUE(Contains(LinesStarting(run.output, "MESSAGEBOX ")[0], "system code page"));
+
     // A printer set to work offline gets no file dialog for Send file.
     HANDLE h = nullptr;
     PRINTER_DEFAULTSW all = {nullptr, nullptr, PRINTER_ALL_ACCESS};
