@@ -432,10 +432,17 @@ TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
         texts);
     EXPECT_EQ(1u, LinesStarting(run.output, "FILEDIALOG").size()) << run.output;
 
-    // A folder named in another script, with a File command stored: the copy and the sent file
-    // go by their wide paths; a command's path, which the settings keep in 8-bit text, is refused
-    // with a message.
+    // With a stored File command Browse lights Apply: the multi-line edit tells nobody of a text
+    // the program sets.
     Sheet(printer, model, console + L"--select 1056=1 --set 1050=" + copy + L" --press ok");
+    run = Sheet(
+        printer, model,
+        L"--file \"" + empty + L"\"" + console + L"--click 1170 --dump-controls --press cancel");
+    EXPECT_EQ("APPLY enabled=1 (after the steps)", LinesStarting(run.output, "APPLY ").back());
+    EXPECT_EQ(Narrow(empty), DumpsOf(run.output).at(0).Attr(1050, "text"));
+
+    // A folder named in another script: the copy and the sent file go by their wide paths; a
+    // command's path, which the settings keep in 8-bit text, is refused with a message.
     const std::wstring greek = dir_ + L"\\\u0395\u03bb\u03bb\u03b7\u03bd\u03b9\u03ba\u03ac";
     std::filesystem::create_directories(greek);
     const std::wstring greekFile = greek + L"\\\u03b4\u03bf\u03ba.prn";
