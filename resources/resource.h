@@ -264,6 +264,12 @@
 #define IDC_CONSOLE_END_HELP 1172
 #define IDC_CONSOLE_END_TEXT 1051
 #define IDC_CONSOLE_END_BROWSE 1173
+// What each device button does, beside it.
+#define IDC_CONSOLE_REPRINT_NOTE 1174
+#define IDC_CONSOLE_SAVE_LAST_DOC_NOTE 1175
+#define IDC_CONSOLE_SEND_FILE_NOTE 1176
+#define IDC_CONSOLE_OPEN_RIGSET_NOTE 1177
+#define IDC_CONSOLE_RESET_DEFAULT_NOTE 1178
 
 // ---- Admin -------------------------------------------------------------------------------------
 #define IDC_ADMIN_HEADER 1160

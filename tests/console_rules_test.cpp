@@ -5,7 +5,7 @@
 
 #include "settings/setting_enums.h"
 #include "settings/ui_device_common.h"
-#include "support/fake_text_codec.h"
+#include "support/fake_log_ports.h"
 #include "support/memory_hive.h"
 
 namespace {
@@ -95,11 +95,28 @@ TEST(ConsoleRules, ChecksStartThenEndWithTheirTexts) {
 }
 
 TEST(ConsoleRules, RigsetFromItsUninstallEntry) {
-    MemoryHive hive;
-    FakeTextCodec text;
-    EXPECT_EQ(RigsetProgramPath(hive, text), "");
-    hive.Put(kRigsetUninstallKey, u"InstallLocation", kRegSz, Utf16Bytes(u"C:\\Rigset"));
-    EXPECT_EQ(RigsetProgramPath(hive, text), "C:\\Rigset\\OvRigset.exe");
+    struct Case {
+        uint32_t type;
+        std::u16string location;
+        const char* program;
+    };
+    const Case cases[] = {
+        {kRegSz, u"C:\\Rigset", "C:\\Rigset\\OvRigset.exe"},
+        {kRegSz, u"C:\\Rigset\\", "C:\\Rigset\\OvRigset.exe"},
+        {kRegExpandSz, u"%PF%\\Orvane", "C:\\Program Files\\Orvane\\OvRigset.exe"},
+        {kRegSz, u"", ""},
+        {kRegExpandSz, u"%EMPTY%", ""},
+        {kRegDword, u"C:", ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.program);
+        MemoryHive hive;
+        FakeTextCodec text;
+        FakeFolders folders;
+        folders.environment = {{"PF", "C:\\Program Files"}, {"EMPTY", ""}};
+        hive.Put(kRigsetUninstallKey, u"InstallLocation", c.type, Utf16Bytes(c.location));
+        EXPECT_EQ(RigsetProgramPath(hive, text, folders), c.program);
+    }
     EXPECT_EQ(WorkingFolderOf("D:/tools\\x/OvRigset.exe"), "D:/tools\\x");
     EXPECT_EQ(WorkingFolderOf("OvRigset.exe"), "");
 }

@@ -7,6 +7,7 @@
 
 #include "fake_log_ports.h"
 #include "infra/log.h"
+#include "infra/windows_path.h"
 
 namespace {
 
@@ -79,12 +80,14 @@ TEST(LogFilter, LevelModeAndVerbosity) {
 }
 
 TEST(LogEmit, EachLineHoldsThePrintersMutexAndDebuggerModeWritesNoFile) {
-    ScopedTestLog scoped(kLogDetail, 0, u"Kiosk 1");
+    // A connection's name holds backslashes, which an object name cannot.
+    ScopedTestLog scoped(kLogDetail, 0, u"\\\\srv\\Kiosk 1");
     scoped.Platform().calls.clear();
     TheLog().Write(kLogError, "C::F", "one");
     TheLog().Write(kLogError, "C::F", "two");
-    EXPECT_EQ(scoped.Platform().calls, (Lines{"Lock Global\\M_LOG_Kiosk 1", "Open", "Unlock",
-                                              "Lock Global\\M_LOG_Kiosk 1", "Unlock"}));
+    EXPECT_EQ(scoped.Platform().calls, (Lines{"Lock Global\\M_LOG___srv_Kiosk 1", "Open", "Unlock",
+                                              "Lock Global\\M_LOG___srv_Kiosk 1", "Unlock"}));
+    EXPECT_EQ(scoped.Platform().openedPath, "C:\\Logs\\__srv_Kiosk 1_UI.log");
 
     LocalLog local;
     local.fake.folderRequests.clear();
@@ -95,6 +98,11 @@ TEST(LogEmit, EachLineHoldsThePrintersMutexAndDebuggerModeWritesNoFile) {
     EXPECT_EQ(local.fake.openedPath, "");
 }
 
+TEST(LogNames, PrinterNameLosesOnlyWhatFileAndObjectNamesCannotHold) {
+    const std::u16string kept = u" a.,;=+[]{}'!$%~\u00e9\u4e2d";
+    EXPECT_EQ(PrinterNameForFiles(u"\\/:*?\"<>|\x01\x1f" + kept), std::u16string(11, u'_') + kept);
+}
+
 TEST(LogFolder, ExpandedFolderMustBeAbsoluteAndUsable) {
     struct Case {
         const char* folder;
@@ -103,9 +111,9 @@ TEST(LogFolder, ExpandedFolderMustBeAbsoluteAndUsable) {
         const char* path;  // the log file; null: logging off
     };
     const Case cases[] = {
-        {"%TEMP%\\kiv", "C:\\Temp", true, "C:\\Temp\\kiv\\P\xe9_UI.log"},
-        {"z:/logs", "", true, "z:/logs\\P\xe9_UI.log"},
-        {"\\\\srv\\share", "", true, "\\\\srv\\share\\P\xe9_UI.log"},
+        {"%TEMP%\\kiv", "C:\\Temp", true, "C:\\Temp\\kiv\\P\xe9__UI.log"},
+        {"z:/logs", "", true, "z:/logs\\P\xe9__UI.log"},
+        {"\\\\srv\\share", "", true, "\\\\srv\\share\\P\xe9__UI.log"},
         {"Z:\\nowhere", "", false, nullptr},
         // The working folder of the spooler is the system folder: never write there, nor on
         // a drive's working folder, a root without a drive, half a share or no drive at all.
@@ -121,7 +129,8 @@ TEST(LogFolder, ExpandedFolderMustBeAbsoluteAndUsable) {
         LocalLog local;
         local.fake.environment = {{"TEMP", c.temp}};
         local.fake.folderUsable = c.usable;
-        local.log.Open(u"P\u00e9", c.folder, kLogToFile, 6, 1);
+        // A character the 8-bit text cannot hold is no file name character either.
+        local.log.Open(u"P\u00e9\u03a9", c.folder, kLogToFile, 6, 1);
         local.log.Write(kLogError, "C::F", "x");
         EXPECT_EQ(local.log.OutputMode(), c.path != nullptr ? kLogToFile : kLogOff);
         EXPECT_EQ(local.fake.openedPath, c.path != nullptr ? c.path : "");
@@ -195,9 +204,12 @@ TEST(LogSize, FilePastTheLimitIsBegunAnewAtTheTwentiethLineOnly) {
         EXPECT_EQ(std::count(local.fake.calls.begin(), local.fake.calls.end(), "Truncate"), 0);
         local.log.Write(kLogError, "C::F", "line %d", c.resetAt);
         if (c.truncateFails) {
-            // The line still goes in, behind the old lines, and the file stays open.
+            // The line is dropped and the file left closed; the next line opens it again.
+            EXPECT_FALSE(local.fake.fileOpen);
+            EXPECT_EQ(local.fake.file.size(), c.startSize + 19 * lineSize - 9);
+            local.log.Write(kLogError, "C::F", "line 21");
             EXPECT_TRUE(local.fake.fileOpen);
-            EXPECT_EQ(local.fake.file.substr(local.fake.file.size() - 12), "[F] line 20\n");
+            EXPECT_EQ(local.fake.file.substr(local.fake.file.size() - 12), "[F] line 21\n");
             continue;
         }
         Lines expected = kFileHead;

@@ -57,12 +57,10 @@ TEST(RawOutput, FilesGoWholeNamedByTheirExtensionAndAPrinterOpenedHereIsClosedHe
         EXPECT_TRUE(IsPrinterDataFile(name)) << name;
     for (const char* name : {"a.prn1", "fw.bin", "fw.upg", "noext", "d.prn/noext", "d.prn\\x"})
         EXPECT_FALSE(IsPrinterDataFile(name)) << name;
-    const std::filesystem::path dir = std::filesystem::temp_directory_path() / "kiv_raw_output";
-    std::filesystem::create_directories(dir);
-    const auto File = [&](const char* name) { return Write((dir / name).string(), "\x1B@A"); };
+    const std::vector<uint8_t> file = {0x1B, '@', 'A'};
 
     FakeSpooler spooler;
-    EXPECT_EQ(1, SendFileToPrinter(spooler, File("a.prn"), kNoPrinterHandle, u"KIV P"));
+    EXPECT_EQ(1, SendFileToPrinter(spooler, file, true, kNoPrinterHandle, u"KIV P"));
     EXPECT_EQ((Calls{"OpenPrinterByName KIV P", "StartDocument prn RAW", "StartPage", "Write 3",
                      "EndPage", "EndDocument", kOpenedClose}),
               spooler.calls);
@@ -70,28 +68,27 @@ TEST(RawOutput, FilesGoWholeNamedByTheirExtensionAndAPrinterOpenedHereIsClosedHe
     // After a failure the handle opened here is closed twice.
     FakeSpooler failing;
     failing.failing = {"StartDocument"};
-    EXPECT_EQ(0, SendFileToPrinter(failing, File("fw.bin"), kNoPrinterHandle, u"KIV P"));
+    EXPECT_EQ(0, SendFileToPrinter(failing, file, false, kNoPrinterHandle, u"KIV P"));
     EXPECT_EQ(
         (Calls{"OpenPrinterByName KIV P", "StartDocument data RAW", kOpenedClose, kOpenedClose}),
         failing.calls);
-    // A printer that does not open, a missing or an empty file: 0, no job.
+    // A printer that does not open or an empty file: 0, no job.
     FakeSpooler closed;
     closed.failing = {"OpenPrinterByName"};
-    EXPECT_EQ(0, SendFileToPrinter(closed, File("a.prn"), kNoPrinterHandle, u"KIV P"));
+    EXPECT_EQ(0, SendFileToPrinter(closed, file, true, kNoPrinterHandle, u"KIV P"));
     EXPECT_EQ(Calls{"OpenPrinterByName KIV P"}, closed.calls);
     FakeSpooler idle;
-    EXPECT_EQ(0, SendFileToPrinter(idle, Write((dir / "e.prn").string(), ""), 7, u"P"));
-    EXPECT_EQ(0, SendFileToPrinter(idle, (dir / "missing.prn").string(), 7, u"P"));
+    EXPECT_EQ(0, SendFileToPrinter(idle, {}, true, 7, u"P"));
     EXPECT_TRUE(idle.calls.empty());
-    std::filesystem::remove_all(dir);
 }
 
 TEST(RawOutput, LastDocumentIsReprintedAsPrinterData) {
     FakeTextCodec text;
     const std::string folder = (std::filesystem::temp_directory_path() / "kiv").string();
     // The Windows separator is an ordinary character here: the file sits beside the folder.
-    const std::string last = Write(LastDocumentPath(folder, "KIV P"), "receipt");
+    const std::string last = Write(LastDocumentPath(folder, u"KIV P", text), "receipt");
     EXPECT_EQ(folder + "\\lastKIV P_UiUni.prn", last);
+    EXPECT_EQ(folder + "\\last__srv_q_UiUni.prn", LastDocumentPath(folder, u"\\\\srv\\q", text));
     const Calls job = {"StartDocument prn RAW", "StartPage", "Write 7", "EndPage", "EndDocument"};
 
     FakeSpooler spooler;

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "infra/windows_path.h"
+
 namespace {
 
 // The job's steps after StartDocument, each failure undoing what came before it.
@@ -51,8 +53,9 @@ std::vector<uint8_t> ReadWholeFile(const std::string& path) {
     return std::vector<uint8_t>(std::istreambuf_iterator<char>(file), {});
 }
 
-std::string LastDocumentPath(const std::string& printFolder, const std::string& printerName) {
-    return printFolder + "\\last" + printerName + "_UiUni.prn";
+std::string LastDocumentPath(const std::string& printFolder, const std::u16string& printerName,
+                             TextCodec& text) {
+    return printFolder + "\\last" + PrinterNameForFiles(printerName, text) + "_UiUni.prn";
 }
 
 bool IsPrinterDataFile(const std::string& path) {
@@ -82,18 +85,16 @@ int SendRawBuffer(Spooler& spooler, std::vector<uint8_t> buffer, PrinterHandle p
     return written == buffer.size() ? 1 : 0;
 }
 
-int SendFileToPrinter(Spooler& spooler, const std::string& path, PrinterHandle printer,
-                      const std::u16string& printerName) {
-    std::vector<uint8_t> buffer = ReadWholeFile(path);
-    if (buffer.empty()) {
+int SendFileToPrinter(Spooler& spooler, std::vector<uint8_t> contents, bool printerData,
+                      PrinterHandle printer, const std::u16string& printerName) {
+    if (contents.empty()) {
         return 0;
     }
     const bool opened = printer == kNoPrinterHandle;
     if (opened && !spooler.OpenPrinterByName(printerName, &printer)) {
         return 0;
     }
-    const int result =
-        SendRawBuffer(spooler, std::move(buffer), printer, IsPrinterDataFile(path) ? 1 : 0);
+    const int result = SendRawBuffer(spooler, std::move(contents), printer, printerData ? 1 : 0);
     if (opened) {
         // kept-behaviour: Failed send closes the handle
         spooler.ClosePrinter(printer);
@@ -125,8 +126,7 @@ PreviewSend SendPreviewData(Spooler& spooler, PrinterHandle printer,
 
 int PrintLastDocument(Spooler& spooler, TextCodec& text, const std::u16string& printerName,
                       const std::string& printFolder, PrinterHandle printer) {
-    std::vector<uint8_t> buffer =
-        ReadWholeFile(LastDocumentPath(printFolder, text.Narrow(printerName)));
+    std::vector<uint8_t> buffer = ReadWholeFile(LastDocumentPath(printFolder, printerName, text));
     if (buffer.empty()) {
         return 0;
     }

@@ -12,8 +12,10 @@
 // The whole file in binary; empty when it is missing, unreadable or empty.
 std::vector<uint8_t> ReadWholeFile(const std::string& path);
 
-// The file the rendering side leaves after each job: folder + "\last" + printer + "_UiUni.prn".
-std::string LastDocumentPath(const std::string& printFolder, const std::string& printerName);
+// The file the rendering side leaves after each job: folder + "\last" + printer + "_UiUni.prn",
+// the printer's name as a file name carries it.
+std::string LastDocumentPath(const std::string& printFolder, const std::u16string& printerName,
+                             TextCodec& text);
 
 // Whether a file goes out as printer data ("prn"): its extension, upper-cased, is exactly ".PRN".
 bool IsPrinterDataFile(const std::string& path);
@@ -25,10 +27,11 @@ bool IsPrinterDataFile(const std::string& path);
 int SendRawBuffer(Spooler& spooler, std::vector<uint8_t> buffer, PrinterHandle printer,
                   uint32_t printerData);
 
-// Sends a whole file; `printer` may be kNoPrinterHandle, and the printer is then opened by name
-// and closed afterwards.
-int SendFileToPrinter(Spooler& spooler, const std::string& path, PrinterHandle printer,
-                      const std::u16string& printerName);
+// Sends a whole file's contents, as document "prn" when it is printer data (IsPrinterDataFile);
+// the caller reads the file, so that it can open it by its wide path. `printer` may be
+// kNoPrinterHandle, and the printer is then opened by name and closed afterwards.
+int SendFileToPrinter(Spooler& spooler, std::vector<uint8_t> contents, bool printerData,
+                      PrinterHandle printer, const std::u16string& printerName);
 
 // What became of a preview's printer data.
 enum class PreviewSend { kSent, kOffline, kNoData, kNotSent };

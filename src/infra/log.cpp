@@ -51,11 +51,12 @@ void CLog::Open(const std::u16string& printerName, const std::string& folder, ui
             outputMode_ = kLogOff;
             verbosity_ = 0;
         } else {
-            filePath_ = expanded + "\\" + ports_->text->Narrow(printerName) + "_UI.log";
+            filePath_ =
+                expanded + "\\" + PrinterNameForFiles(printerName, *ports_->text) + "_UI.log";
         }
     }
     // The name was formatted into 1024 wide characters, terminator included.
-    mutexName_ = u"Global\\M_LOG_" + printerName;
+    mutexName_ = u"Global\\M_LOG_" + PrinterNameForFiles(printerName);
     if (mutexName_.size() > 1023) {
         mutexName_.resize(1023);
     }
@@ -219,10 +220,15 @@ void CLog::AppendToFile(const std::string& text) {
     // The file is emptied through the open handle, under the mutex: every process that holds
     // it moves to the end before each line, so all of them write into the fresh log at once. A
     // deletion would wait for the last holder to close, and the file would grow meanwhile. When
-    // emptying fails the line still goes in; the next check tries again.
+    // emptying fails the line is dropped and the file closed, so an oversized log never grows
+    // further by this line; the next line opens it again and counts towards the next check.
     if (!writingHead_ && lineCounter_ % kLogSizeCheckEvery == 0 &&
-        ports_->file->Size() > kLogSizeLimit && ports_->file->Truncate()) {
+        ports_->file->Size() > kLogSizeLimit) {
         lineCounter_ = 0;
+        if (!ports_->file->Truncate()) {
+            ports_->file->Close();
+            return;
+        }
         WriteHead();
     }
     std::string line;

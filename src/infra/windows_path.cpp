@@ -11,6 +11,10 @@ bool IsAsciiLetter(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
+bool FitsFileName(char16_t c) {
+    return c >= 32 && std::u16string_view(u"\\/:*?\"<>|").find(c) == std::u16string_view::npos;
+}
+
 }  // namespace
 
 bool IsAbsoluteWindowsPath(std::string_view path) {
@@ -27,4 +31,26 @@ bool IsAbsoluteWindowsPath(std::string_view path) {
         ++server;
     }
     return server > 0 && server + 1 < rest.size() && !IsSeparator(rest[server + 1]);
+}
+
+std::u16string PrinterNameForFiles(std::u16string_view printerName) {
+    std::u16string name(printerName);
+    for (char16_t& c : name) {
+        if (!FitsFileName(c)) {
+            c = u'_';
+        }
+    }
+    return name;
+}
+
+std::string PrinterNameForFiles(std::u16string_view printerName, TextCodec& text) {
+    // "?" never survives the wide mapping, so one here stands for a character the code page
+    // lacks; as a single byte it is never the second byte of a double-byte character.
+    std::string name = text.Narrow(PrinterNameForFiles(printerName));
+    for (char& c : name) {
+        if (c == '?') {
+            c = '_';
+        }
+    }
+    return name;
 }

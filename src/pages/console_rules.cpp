@@ -156,12 +156,25 @@ void StoreConsoleControls(UiDeviceCommon& device, const ConsoleControls& control
     device.SetEndJobBuffer(CommandBytes(end, controls.endText));
 }
 
-std::string RigsetProgramPath(RegistryHive& localMachine, TextCodec& text) {
-    std::u16string location;
-    if (!ReadRegistryString(localMachine, kRigsetUninstallKey, u"InstallLocation", &location)) {
+std::string RigsetProgramPath(RegistryHive& localMachine, TextCodec& text, Folders& folders) {
+    RegistryValue raw;
+    if (localMachine.Query(kRigsetUninstallKey, u"InstallLocation",
+                           kRegistryStringChars * sizeof(char16_t), raw) != RegistryStatus::kOk ||
+        (raw.type != kRegSz && raw.type != kRegExpandSz)) {
         return {};
     }
-    return text.Narrow(location) + "\\OvRigset.exe";
+    std::string location = text.Narrow(WideTextFromBytes(raw.data));
+    if (raw.type == kRegExpandSz) {
+        std::string expanded;
+        if (!folders.Expand(location, kRegistryStringChars, &expanded)) {
+            return {};
+        }
+        location = std::move(expanded);
+    }
+    while (!location.empty() && (location.back() == '\\' || location.back() == '/')) {
+        location.pop_back();
+    }
+    return location.empty() ? std::string() : location + "\\OvRigset.exe";
 }
 
 std::string WorkingFolderOf(const std::string& program) {

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "pages/page_view.h"
+#include "ports/folders.h"
 #include "ports/registry_hive.h"
 #include "ports/text_codec.h"
 
@@ -65,8 +66,10 @@ void StoreConsoleControls(UiDeviceCommon& device, const ConsoleControls& control
 inline constexpr const char16_t* kRigsetUninstallKey =
     u"SOFTWARE\\WOW6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
     u"{25B428D7-4F2B-4914-B60C-5AC456B1C1E2}";
-// The set-up program ("InstallLocation" + "\OvRigset.exe"); empty when it is not installed.
-std::string RigsetProgramPath(RegistryHive& localMachine, TextCodec& text);
+// The set-up program ("InstallLocation" + "\OvRigset.exe"); empty when it is not installed or
+// its location is empty. Installers may store the location with environment variables
+// (REG_EXPAND_SZ); it is expanded then.
+std::string RigsetProgramPath(RegistryHive& localMachine, TextCodec& text, Folders& folders);
 // The folder part of a program path (up to its last "/" or "\"); empty without one.
 std::string WorkingFolderOf(const std::string& program);
 // Ctrl held at the click opens the set-up program on its log menu.

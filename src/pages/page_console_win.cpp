@@ -24,9 +24,9 @@ constexpr wchar_t kEndHelp[] =
     L"protocol commands (e.g. Additional Line feeds) or text at the\nend of the printout.\n\nUse "
     L"with caution to avoid document printout corruption or print issues.\n";
 
-constexpr PictureRow kPictures[] = {{IDC_CONSOLE_HEADER, IDB_PNG_CONSOLE}};
-constexpr HelpRow kHelps[] = {{IDC_CONSOLE_START_HELP, kStartHelp},
-                              {IDC_CONSOLE_END_HELP, kEndHelp}};
+constexpr PictureRow kPictures[] = {{.control = IDC_CONSOLE_HEADER, .png = IDB_PNG_CONSOLE}};
+constexpr HelpRow kHelps[] = {{.icon = IDC_CONSOLE_START_HELP, .text = kStartHelp},
+                              {.icon = IDC_CONSOLE_END_HELP, .text = kEndHelp}};
 
 constexpr wchar_t kSendFilter[] =
     L"Prn,Upg and Binary files(*.prn;*.upg;*.bin)\0*.prn;*.upg;*.bin\0";
@@ -37,10 +37,12 @@ struct CommandControls {
     int text;
     int browse;
 };
-constexpr CommandControls kStart = {IDC_CONSOLE_START_SOURCE, IDC_CONSOLE_START_TEXT,
-                                    IDC_CONSOLE_START_BROWSE};
-constexpr CommandControls kEnd = {IDC_CONSOLE_END_SOURCE, IDC_CONSOLE_END_TEXT,
-                                  IDC_CONSOLE_END_BROWSE};
+constexpr CommandControls kStart = {.source = IDC_CONSOLE_START_SOURCE,
+                                    .text = IDC_CONSOLE_START_TEXT,
+                                    .browse = IDC_CONSOLE_START_BROWSE};
+constexpr CommandControls kEnd = {.source = IDC_CONSOLE_END_SOURCE,
+                                  .text = IDC_CONSOLE_END_TEXT,
+                                  .browse = IDC_CONSOLE_END_BROWSE};
 
 void ShowCommand(HWND hDlg, const CommandControls& ids, const CommandView& view) {
     FillComboFromLabels(hDlg, ids.source, view.source.labels, view.source.selection);
@@ -102,16 +104,42 @@ void SaveLastDocument(HWND hDlg) {
     if (printer.state == nullptr) {
         return;
     }
-    const std::wstring last =
-        WidenAnsi(LastDocumentPath(PrintFolder(*printer.state), printer.state->printerName));
+    const std::wstring last = WidenAnsi(
+        LastDocumentPath(PrintFolder(*printer.state), printer.name, *WinPlatform().log.text));
     if (GetFileAttributesW(last.c_str()) == INVALID_FILE_ATTRIBUTES) {
         ShowError(hDlg, "Impossible to open the file");
         return;
     }
     const std::wstring target = AskFileToSave(hDlg, kSaveFilter, L"prn");
-    if (!target.empty()) {
-        CopyFileW(last.c_str(), target.c_str(), FALSE);
+    if (!target.empty() && !CopyFileW(last.c_str(), target.c_str(), FALSE)) {
+        const unsigned long error = GetLastError();
+        TheLog().Write(kLogError, kLogName, "Save last document error: copy to <%s> failed (%lu)",
+                       NarrowAnsi(target).c_str(), error);
+        ShowError(hDlg, "Impossible to save the last document");
     }
+}
+
+// A file the user chose, read through its wide path; nothing when it cannot be read whole or is
+// larger than any job a receipt printer takes.
+std::vector<uint8_t> ReadChosenFile(const std::wstring& path) {
+    constexpr LONGLONG kMaxJobBytes = 256LL << 20;
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return {};
+    }
+    std::vector<uint8_t> contents;
+    LARGE_INTEGER size{};
+    if (GetFileSizeEx(file, &size) && size.QuadPart > 0 && size.QuadPart <= kMaxJobBytes) {
+        contents.resize(static_cast<size_t>(size.QuadPart));
+        DWORD got = 0;
+        if (!ReadFile(file, contents.data(), static_cast<DWORD>(contents.size()), &got, nullptr) ||
+            got != contents.size()) {
+            contents.clear();
+        }
+    }
+    CloseHandle(file);
+    return contents;
 }
 
 void SendFile(HWND hDlg) {
@@ -129,7 +157,8 @@ void SendFile(HWND hDlg) {
     if (path.empty()) {
         return;
     }
-    if (!SendFileToPrinter(spooler, NarrowAnsi(path), printer.handle, printer.name)) {
+    if (!SendFileToPrinter(spooler, ReadChosenFile(path), IsPrinterDataFile(NarrowAnsi(path)),
+                           printer.handle, printer.name)) {
         ShowError(hDlg, "Impossible to send the file");
         TheLog().Write(kLogError, kLogName, "Send file to printer error: Send to printer error");
     }
@@ -137,26 +166,36 @@ void SendFile(HWND hDlg) {
 
 void OpenRigset(HWND hDlg) {
     const Platform& platform = WinPlatform();
-    const std::string program = RigsetProgramPath(*platform.localMachine, *platform.log.text);
+    const std::string program =
+        RigsetProgramPath(*platform.localMachine, *platform.log.text, *platform.log.folders);
     if (program.empty()) {
         SetControlState(hDlg, IDC_CONSOLE_OPEN_RIGSET, kControlDisable);
         return;
     }
     const bool ctrlHeld = (GetAsyncKeyState(VK_CONTROL) & 0x8000) != 0;
     const std::string folder = WorkingFolderOf(program);
-    ShellExecuteA(hDlg, nullptr, program.c_str(), RigsetParameters(ctrlHeld), folder.c_str(),
-                  SW_SHOWNORMAL);
+    // ShellExecute reports success with a value above 32.
+    const INT_PTR launched = reinterpret_cast<INT_PTR>(ShellExecuteA(
+        hDlg, nullptr, program.c_str(), RigsetParameters(ctrlHeld), folder.c_str(), SW_SHOWNORMAL));
+    if (launched <= 32) {
+        TheLog().Write(kLogError, kLogName, "Open Rigset error: launch of <%s> failed (%d)",
+                       program.c_str(), static_cast<int>(launched));
+        ShowError(hDlg, "Impossible to launch the set-up application");
+    }
 }
 
+// Without the sheet's block there is no flag to set, and OK would save the user's values instead.
 void ResetDefault(HWND hDlg) {
+    PageContext* context = PageContextOf(hDlg);
+    if (context == nullptr) {
+        return;
+    }
     const std::wstring title = WidenAnsi(PanelTitle(PageId::kConsole));
     if (MessageBoxW(hDlg, L"Continue to reset the values to default?", title.c_str(),
                     MB_YESNO | MB_ICONQUESTION) != IDYES) {
         return;
     }
-    if (PageContext* context = PageContextOf(hDlg)) {
-        context->m_bResetRequested = 1;
-    }
+    context->m_bResetRequested = 1;
     // The sheet applies (the document callback then writes the model's defaults) and closes.
     SendMessageW(GetParent(hDlg), WM_COMMAND, IDOK, 0);
 }
@@ -169,12 +208,15 @@ void OnSourceChanged(HWND hDlg, const CommandControls& ids) {
     SetControlState(hDlg, ids.browse, view.browseShown ? kControlShow : kControlHide);
 }
 
-// A chosen file goes into the text box, whose change notification tells the sheet.
-void Browse(HWND hDlg, int textId) {
-    const std::wstring path = AskFileToOpen(hDlg, kSendFilter);
-    if (!path.empty()) {
-        WriteControlText(hDlg, textId, NarrowAnsi(path));
+// A chosen file goes into the text box. The box is multi-line, and such an edit sends no change
+// notification for a text set by the program: true tells the sheet that the page changed.
+bool Browse(HWND hDlg, int textId) {
+    const std::string path = AskAnsiFileToOpen(hDlg, PageId::kConsole, kSendFilter);
+    if (path.empty()) {
+        return false;
     }
+    WriteControlText(hDlg, textId, path);
+    return true;
 }
 
 bool OnCommand(HWND hDlg, int id, int code) {
@@ -205,11 +247,9 @@ bool OnCommand(HWND hDlg, int id, int code) {
             ResetDefault(hDlg);
             break;
         case IDC_CONSOLE_START_BROWSE:
-            Browse(hDlg, kStart.text);
-            break;
+            return Browse(hDlg, kStart.text);
         case IDC_CONSOLE_END_BROWSE:
-            Browse(hDlg, kEnd.text);
-            break;
+            return Browse(hDlg, kEnd.text);
         default:
             break;
     }
@@ -220,10 +260,10 @@ ConsoleControls ReadControls(HWND hDlg) {
     // The edits hand back the text's first characters only, as many as the rules name.
     constexpr int kTextChars = static_cast<int>(kFreeBufferTextLimit) + 1;
     return ConsoleControls{
-        ComboSelection(hDlg, kStart.source),
-        ReadControlText(hDlg, kStart.text, kTextChars),
-        ComboSelection(hDlg, kEnd.source),
-        ReadControlText(hDlg, kEnd.text, kTextChars),
+        .startSelection = ComboSelection(hDlg, kStart.source),
+        .startText = ReadControlText(hDlg, kStart.text, kTextChars),
+        .endSelection = ComboSelection(hDlg, kEnd.source),
+        .endText = ReadControlText(hDlg, kEnd.text, kTextChars),
     };
 }
 
@@ -232,13 +272,17 @@ ConsoleControls ReadControls(HWND hDlg) {
 template <>
 const PageDefinition& DefinitionOf<PageId::kConsole>() {
     static const PageDefinition definition{
-        kPictures,
-        kHelps,
-        {},
-        Fill,
-        OnCommand,
-        [](HWND hDlg) { return Findings(ValidateConsoleControls(ReadControls(hDlg), PathExists)); },
-        [](HWND hDlg, UiDeviceCommon& device) { StoreConsoleControls(device, ReadControls(hDlg)); },
+        .pictures = kPictures,
+        .helps = kHelps,
+        .trackbars = {},
+        .fill = Fill,
+        .onCommand = OnCommand,
+        .validate =
+            [](HWND hDlg) {
+                return Findings(ValidateConsoleControls(ReadControls(hDlg), PathExists));
+            },
+        .store = [](HWND hDlg,
+                    UiDeviceCommon& device) { StoreConsoleControls(device, ReadControls(hDlg)); },
     };
     return definition;
 }

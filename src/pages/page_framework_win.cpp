@@ -417,6 +417,24 @@ std::wstring AskFileToSave(HWND hDlg, const wchar_t* filter, const wchar_t* exte
     return AskFile(hDlg, filter, extension);
 }
 
+std::string AskAnsiFileToOpen(HWND hDlg, PageId page, const wchar_t* filter) {
+    const std::wstring path = AskFileToOpen(hDlg, filter);
+    if (path.empty()) {
+        return {};
+    }
+    std::optional<std::string> narrow = NarrowAnsiExactly(path);
+    if (!narrow) {
+        TheLog().Write(kLogError, NamesOf(page).logName.c_str(),
+                       "Browse error: path outside the ANSI code page <%s>",
+                       NarrowAnsi(path).c_str());
+        ShowPageError(hDlg, page,
+                      "The path of the chosen file holds characters that the system code page "
+                      "cannot carry. Choose a file whose folder and name use none of them.");
+        return {};
+    }
+    return *std::move(narrow);
+}
+
 void ShowPageError(HWND hDlg, PageId page, const std::string& message) {
     const std::wstring text = WidenAnsi(message);
     const std::wstring title = WidenAnsi(PanelTitle(page));

@@ -129,6 +129,11 @@ bool PathExists(const std::string& path);
 std::wstring AskFileToOpen(HWND hDlg, const wchar_t* filter);
 std::wstring AskFileToSave(HWND hDlg, const wchar_t* filter, const wchar_t* extension);
 
+// A file chosen for an 8-bit path (a record's path field, the rendering module's argument): its
+// path in the ANSI code page. A path that code page cannot carry is refused with a message and
+// a log line, since it would name another file or none; empty then and when the user cancels.
+std::string AskAnsiFileToOpen(HWND hDlg, PageId page, const wchar_t* filter);
+
 // Shows a page's error message, titled with the page's name.
 void ShowPageError(HWND hDlg, PageId page, const std::string& message);
 

@@ -25,3 +25,11 @@ std::string NarrowAnsi(std::wstring_view text) {
     WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(), needed, nullptr, nullptr);
     return narrow;
 }
+
+std::optional<std::string> NarrowAnsiExactly(std::wstring_view text) {
+    std::string narrow = NarrowAnsi(text);
+    if (WidenAnsi(narrow) != text) {
+        return std::nullopt;
+    }
+    return narrow;
+}

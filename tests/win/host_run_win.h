@@ -94,8 +94,8 @@ class HostTestBase : public ::testing::Test {
 
     // A printer whose configuration starts afresh with its log and its print folder (the host's
     // last document) in the scratch folder.
-    std::wstring NewPrinter(const std::wstring& model) {
-        std::wstring printer = L"KIV " + tag_ + L" " + model;
+    std::wstring NewPrinter(const std::wstring& model, const std::wstring& suffix = L"") {
+        std::wstring printer = L"KIV " + tag_ + L" " + model + suffix;
         printers_.push_back(printer);
         const std::wstring key = L"Software\\Orvane\\Kiv\\" + printer;
         RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
@@ -105,7 +105,7 @@ class HostTestBase : public ::testing::Test {
         return printer;
     }
     std::wstring LogPath(const std::wstring& printer) const {
-        return dir_ + L"\\" + printer + L"_UI.log";
+        return dir_ + L"\\" + SafeFileName(printer) + L"_UI.log";
     }
     std::wstring DevmodePath(const std::wstring& printer) const {
         return dir_ + L"\\" + SafeFileName(printer) + L".devmode";

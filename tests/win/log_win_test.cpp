@@ -67,14 +67,19 @@ TEST(LogWinFile, NewFileHeadLayoutModuleVersionAndOperatingSystemLines) {
     TempFolder folder;
     WinLog w;
     w.log.SetHeadExtension(WriteOsReport);
-    w.log.Open(u"LogWin Printer", folder.path, kLogToFile, 6, 0);
+    // A printer connection's name: neither a file nor a mutex name can hold it as it is.
+    const std::u16string printer = u"\\\\srv\\LogWin: Printer";
+    w.log.Open(printer, folder.path, kLogToFile, 6, 0);
     w.log.Write(kLogInfo, "IOemUI::CommonUIProp", "OEMCustomData <%s>", "TRX418A");
+    HANDLE mutex = OpenMutexW(SYNCHRONIZE, FALSE, L"Global\\M_LOG___srv_LogWin_ Printer");
+    EXPECT_NE(mutex, nullptr);
+    CloseHandle(mutex);
     w.log.Close();
-    w.log.Open(u"LogWin Printer", folder.path, kLogToFile, 6, 0);
+    w.log.Open(printer, folder.path, kLogToFile, 6, 0);
     w.log.Write(kLogDetail, "hrOEMDevMode", "Size <%u>", 3329u);
     w.log.Close();
 
-    const Lines lines = ReadLines(folder.path + "\\LogWin Printer_UI.log");
+    const Lines lines = ReadLines(folder.path + "\\__srv_LogWin_ Printer_UI.log");
     OSVERSIONINFOW info = {};
     info.dwOSVersionInfoSize = sizeof info;
     ASSERT_TRUE(GetVersionExW(&info));

@@ -380,11 +380,12 @@ TEST_F(SheetWin, ImagePagesPreviewThroughTheRenderingModuleAndKeepTheirValues) {
 }
 
 // The Console's actions reach Wine's spooler and the print folder, where the host's job left
-// its last document; without one each action says so and opens no file dialog.
+// its last document; without one each action says so and opens no file dialog. The printer's
+// name holds a character no file name can: its log and last document go by the mapped name.
 TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
-    const std::wstring model = L"TRX418A CUT", printer = NewPrinter(model);
+    const std::wstring model = L"TRX418A CUT", printer = NewPrinter(model, L" a:b");
     const std::wstring port = PortFile(printer);
-    const std::wstring last = dir_ + L"\\last" + printer + L"_UiUni.prn";
+    const std::wstring last = dir_ + L"\\last" + SafeFileName(printer) + L"_UiUni.prn";
     const std::wstring copy = dir_ + L"\\copy.prn";
     const std::wstring console = L" --page Console ";
 
@@ -430,6 +431,31 @@ TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
                                   "Impossible to open the file", "Impossible to send the file"}),
         texts);
     EXPECT_EQ(1u, LinesStarting(run.output, "FILEDIALOG").size()) << run.output;
+
+    // With a stored File command Browse lights Apply: the multi-line edit tells nobody of a text
+    // the program sets.
+    Sheet(printer, model, console + L"--select 1056=1 --set 1050=" + copy + L" --press ok");
+    run = Sheet(
+        printer, model,
+        L"--file \"" + empty + L"\"" + console + L"--click 1170 --dump-controls --press cancel");
+    EXPECT_EQ("APPLY enabled=1 (after the steps)", LinesStarting(run.output, "APPLY ").back());
+    EXPECT_EQ(Narrow(empty), DumpsOf(run.output).at(0).Attr(1050, "text"));
+
+    // A folder named in another script: the copy and the sent file go by their wide paths; a
+    // command's path, which the settings keep in 8-bit text, is refused with a message.
+    const std::wstring greek = dir_ + L"\\\u0395\u03bb\u03bb\u03b7\u03bd\u03b9\u03ba\u03ac";
+    std::filesystem::create_directories(greek);
+    const std::wstring greekFile = greek + L"\\\u03b4\u03bf\u03ba.prn";
+    DeleteFileW(port.c_str());
+    run = Sheet(printer, model,
+                L"--file \"" + greekFile + L"\"" + console +
+                    L"--click 1163 --click 1164 --click 1170 --dump-controls --press cancel");
+    EXPECT_EQ(ReadFileText(last), ReadFileText(greekFile)) << run.output;
+    EXPECT_EQ(ReadFileText(last), ReadFileText(port)) << run.output;
+    EXPECT_EQ(Narrow(copy), DumpsOf(run.output).at(0).Attr(1050, "text"));
+    EXPECT_EQ("APPLY enabled=0 (after the steps)", LinesStarting(run.output, "APPLY ").back());
+    ASSERT_EQ(1u, LinesStarting(run.output, "MESSAGEBOX ").size()) << run.output;
+    EXPECT_TRUE(Contains(LinesStarting(run.output, "MESSAGEBOX ")[0], "system code page"));
 
     // A printer set to work offline gets no file dialog for Send file.
     HANDLE h = nullptr;

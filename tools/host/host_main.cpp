@@ -85,10 +85,11 @@ std::wstring ConfiguredFolder(const std::wstring& printer, const wchar_t* value,
     return Expand(folder);
 }
 
-// The plug-in's log file: its configured folder (default when absent), printer + "_UI.log".
+// The plug-in's log file: its configured folder (default when absent), printer + "_UI.log",
+// the name as a file name carries it.
 std::wstring LogFilePath(const std::wstring& printer) {
-    return ConfiguredFolder(printer, L"LogFolder", kDefaultLogFolder) + L"\\" + printer +
-           L"_UI.log";
+    return ConfiguredFolder(printer, L"LogFolder", kDefaultLogFolder) + L"\\" +
+           SafeFileName(printer) + L"_UI.log";
 }
 
 // The host's print job, left in the print folder as the rendering side leaves every job it
@@ -96,7 +97,7 @@ std::wstring LogFilePath(const std::wstring& printer) {
 bool WriteLastDocument(const std::wstring& printer, const std::wstring& model, std::wstring& path) {
     const std::wstring folder = ConfiguredFolder(printer, L"PrnFolder", kDefaultPrnFolder);
     SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr);
-    path = folder + L"\\last" + printer + L"_UiUni.prn";
+    path = folder + L"\\last" + SafeFileName(printer) + L"_UiUni.prn";
     // Initialise, two lines of text, feed and a total cut.
     std::string job = "\x1B@KIV host job on " + Utf8(printer) + "\r\nModel " + Utf8(model) +
                       "\r\n\x1B"
