@@ -76,19 +76,17 @@ TEST_F(PortsWin, TheBridgeAndTheSendsOverTheRealPorts) {
     // A send that fails inside the spooler once the job has started (a folder stands where the
     // port writes its file) closes the framework's handle, here h; the online test, Send file and
     // the driver question after it work on printers opened by name, and the good file arrives.
-    const std::string bad = Narrow(dir_) + "\\bad.prn", good = Narrow(dir_) + "\\good.prn";
-    std::ofstream(bad, std::ios::binary) << "\x1B@";
-    std::ofstream(good, std::ios::binary) << "receipt";
+    const std::vector<uint8_t> bad = {0x1B, '@'}, good = {'r', 'e', 'c', 'e', 'i', 'p', 't'};
     OemUiState state;
     state.printerNameWide = U16FromWide(printer);
     state.hPrinter = reinterpret_cast<void*>(h);
     SessionSpooler spooler(*platform.spooler, state);
     ASSERT_TRUE(CreateDirectoryW(setup.outputFile.c_str(), nullptr));
-    EXPECT_EQ(0, SendFileToPrinter(spooler, bad, h, state.printerNameWide));
+    EXPECT_EQ(0, SendFileToPrinter(spooler, bad, true, h, state.printerNameWide));
     EXPECT_EQ(kNoPrinterHandle, LiveFrameworkPrinter(state));
     ASSERT_TRUE(RemoveDirectoryW(setup.outputFile.c_str()));
     EXPECT_EQ(1, IsPrinterOnline(spooler, RequestPrinter(spooler, state).Handle()));
-    EXPECT_EQ(1, SendFileToPrinter(spooler, good, kNoPrinterHandle, state.printerNameWide));
+    EXPECT_EQ(1, SendFileToPrinter(spooler, good, true, kNoPrinterHandle, state.printerNameWide));
     EXPECT_EQ("receipt", ReadFileText(setup.outputFile));
     EXPECT_TRUE(spooler.DriverInfo(RequestPrinter(spooler, state).Handle(), &driver));
 }
