@@ -5,8 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 
 #include "actions/raw_output.h"
 #include "support/fake_spooler.h"
@@ -18,10 +16,7 @@ const std::string kOpened = "OpenPrinterByName KIV P";
 const std::string kOpenedClose = "ClosePrinter " + std::to_string(FakeSpooler::kOpenedHandle);
 
 TEST(SessionPrinter, AfterAFailedSendTheFrameworksHandleIsNeverUsedAgain) {
-    const std::filesystem::path dir = std::filesystem::temp_directory_path() / "kiv_session";
-    std::filesystem::create_directories(dir);
-    const std::string receipt = (dir / "receipt.prn").string();
-    std::ofstream(receipt, std::ios::binary) << "receipt";
+    const std::vector<uint8_t> receipt = {'r', 'e', 'c', 'e', 'i', 'p', 't'};
     OemUiState state;
     state.hPrinter = reinterpret_cast<void*>(kFramework);
     state.printerNameWide = u"KIV P";
@@ -30,7 +25,7 @@ TEST(SessionPrinter, AfterAFailedSendTheFrameworksHandleIsNeverUsedAgain) {
 
     // The Console's send fails inside the spooler once the job has started: the kept close.
     spooler.failing = {"StartPage"};
-    EXPECT_EQ(0, SendFileToPrinter(session, receipt, kFramework, state.printerNameWide));
+    EXPECT_EQ(0, SendFileToPrinter(session, receipt, true, kFramework, state.printerNameWide));
     EXPECT_EQ("ClosePrinter 7", spooler.calls.back());
     const size_t closedAt = spooler.calls.size();
     spooler.failing.clear();
@@ -39,7 +34,7 @@ TEST(SessionPrinter, AfterAFailedSendTheFrameworksHandleIsNeverUsedAgain) {
     // Send file again, a preview with its rendering-module lookup, the Version page's driver
     // question: each on a handle opened by name for it.
     EXPECT_EQ(1, IsPrinterOnline(session, RequestPrinter(session, state).Handle()));
-    EXPECT_EQ(1, SendFileToPrinter(session, receipt, LiveFrameworkPrinter(state), u"KIV P"));
+    EXPECT_EQ(1, SendFileToPrinter(session, receipt, true, LiveFrameworkPrinter(state), u"KIV P"));
     EXPECT_EQ("receipt", spooler.output);
     const RequestPrinter printer(session, state);
     PrinterDriverInfo driver;
@@ -50,7 +45,6 @@ TEST(SessionPrinter, AfterAFailedSendTheFrameworksHandleIsNeverUsedAgain) {
                             spooler.handles.end(), kFramework));
     EXPECT_EQ(std::count(spooler.calls.begin(), spooler.calls.end(), kOpened),
               std::count(spooler.calls.begin(), spooler.calls.end(), kOpenedClose) + 1);
-    std::filesystem::remove_all(dir);
 
     // Without a framework handle the online test asks a printer opened by name, never the
     // sentinel; a printer that does not open is offline.
