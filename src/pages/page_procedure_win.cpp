@@ -1,6 +1,7 @@
 // The one dialog procedure of every document page, and the lookup of the pages.
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
 
 #include "../../resources/resource.h"
@@ -45,10 +46,20 @@ void FillOnce(HWND hDlg, PageId page, const PageDefinition& definition, PageCont
     }
     filled = 1;
     context.filling = 1;
-    UiDeviceCommon* device =
-        context.pOemUiState != nullptr ? context.pOemUiState->device.get() : nullptr;
-    if (device != nullptr && definition.fill != nullptr) {
-        definition.fill(hDlg, *device);
+    if (definition.fill != nullptr) {
+        OemUiState* state = context.pOemUiState;
+        if (state != nullptr && state->device != nullptr) {
+            definition.fill(hDlg, *state->device);
+        } else {
+            // A sheet registered before the common UI entry made a capability object: the pages
+            // show the working record through a model-less one, and nothing is read back.
+            UiDeviceCommon recordView("", "", "", "");
+            std::string modelName;
+            const OEMDEV empty{};
+            recordView.FillUIDeviceValuesWithOEMDEV(
+                modelName, (state != nullptr ? state->workOEMDev : empty).payload);
+            definition.fill(hDlg, recordView);
+        }
     }
     GdiplusSession pictures;
     for (const PictureRow& row : definition.pictures) {

@@ -205,4 +205,23 @@ TEST_F(PagesWin, PrintAdjustSavesOffsetsAndReductionOfAnOpenedPageOnly) {
     EXPECT_EQ(ValidateDeviceInfoFromUI(nullptr, &state_), TRUE);
 }
 
+// A sheet opened before the common UI entry made a capability object: the pages show the
+// working record, and OK saves it as it stood: nothing is read back, so nothing is refused.
+TEST_F(PagesWin, WithoutACapabilityObjectThePagesShowTheRecordAndOkKeepsIt) {
+    state_.device->FillOEMDEVWithDeviceValues(state_.workOEMDev.payload, 0);
+    state_.device.reset();
+    HWND print = OpenPage(PageId::kPrint);
+    HWND adjust = OpenPage(PageId::kPrintAdjust);
+    HWND version = OpenPage(PageId::kVersion);
+    ASSERT_TRUE(print != nullptr && adjust != nullptr && version != nullptr);
+    EXPECT_EQ(Text(print, IDC_PRINT_THRESHOLD_VALUE), L"39% (100/255)");
+    EXPECT_EQ(Text(adjust, IDC_ADJUST_X_OFFSET), L"-25");
+    EXPECT_NE(Text(version, IDC_VERSION_REPORT), L"");
+    SetDlgItemTextW(adjust, IDC_ADJUST_X_OFFSET, L"oops");
+    OemDevPayload body{};
+    EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 0);
+    EXPECT_EQ(capture_.count, 0);
+    EXPECT_EQ(0, std::memcmp(&body, &state_.workOEMDev.payload, sizeof body));
+}
+
 }  // namespace
