@@ -10,6 +10,7 @@
 #include "session/oem_ui_state.h"
 #include "pages/page_framework_win.h"
 #include "pages/save_settings_win.h"
+#include "settings/device_factory.h"
 #include "settings/ui_device_common.h"
 #include "win/windows_headers_win.h"
 
@@ -39,6 +40,10 @@ std::wstring Text(HWND hDlg, int id) {
     wchar_t buffer[128] = {};
     GetDlgItemTextW(hDlg, id, buffer, 128);
     return buffer;
+}
+
+bool Shown(HWND hDlg, int id) {
+    return (GetWindowLongW(GetDlgItem(hDlg, id), GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
 int ComboCount(HWND hDlg, int id) {
@@ -222,6 +227,50 @@ TEST_F(PagesWin, WithoutACapabilityObjectThePagesShowTheRecordAndOkKeepsIt) {
     EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 0);
     EXPECT_EQ(capture_.count, 0);
     EXPECT_EQ(0, std::memcmp(&body, &state_.workOEMDev.payload, sizeof body));
+}
+
+// Page to page in the three port states: hidden while the port is unknown, a notice for a port
+// that cannot use it, the controls on a bidirectional enabled one. Choosing Eject unchecks the
+// Enable box in all of them, so a hidden box is never saved as on.
+TEST_F(PagesWin, PresentationFollowsTheModeInEveryPortState) {
+    struct Case {
+        uint32_t available, bidi, enable;
+        bool group, box, notice;
+    };
+    const Case cases[] = {
+        {0, 0, 0, false, false, false},
+        {1, 0, 0, true, false, true},
+        {1, 1, 1, true, true, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.available + c.bidi);
+        state_.device = CreateUiDevice("ZLD90VII", "", "", "");  // modes 32 48 64 96 112
+        state_.device->SetPresentationMode(32);
+        state_.device->SetPage2PageEnable(1);
+        std::memset(&context_, 0, sizeof context_);
+        context_.pOemUiState = &state_;
+        context_.lmAvailable = c.available;
+        context_.lmBidi = c.bidi;
+        context_.lmEnable = c.enable;
+        HWND hDlg = OpenPage(PageId::kPresentation);
+        ASSERT_NE(hDlg, nullptr);
+        EXPECT_EQ(Shown(hDlg, IDC_PRESENT_P2P_GROUP), c.group);
+        EXPECT_EQ(Shown(hDlg, IDC_PRESENT_P2P_ENABLE), c.box);
+        EXPECT_EQ(Shown(hDlg, IDC_PRESENT_NOTICE), c.notice);
+        EXPECT_TRUE(IsChecked(hDlg, IDC_PRESENT_P2P_ENABLE));
+        SendDlgItemMessageW(hDlg, IDC_PRESENT_MODE, CB_SETCURSEL, 2, 0);  // Eject
+        Command(hDlg, IDC_PRESENT_MODE, CBN_SELCHANGE);
+        EXPECT_FALSE(IsChecked(hDlg, IDC_PRESENT_P2P_ENABLE));
+        EXPECT_EQ(IsControlEnabled(hDlg, IDC_PRESENT_P2P_ENABLE), FALSE);
+        SendDlgItemMessageW(hDlg, IDC_PRESENT_MODE, CB_SETCURSEL, 0, 0);  // Hold again
+        Command(hDlg, IDC_PRESENT_MODE, CBN_SELCHANGE);
+        EXPECT_EQ(IsControlEnabled(hDlg, IDC_PRESENT_P2P_ENABLE), TRUE);
+        EXPECT_FALSE(IsChecked(hDlg, IDC_PRESENT_P2P_ENABLE));
+        OemDevPayload body{};
+        EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 0);
+        EXPECT_EQ(body.presentationMode, 32);
+        EXPECT_EQ(body.page2PageEnable, 0);
+    }
 }
 
 }  // namespace
