@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "pages/presentation_rules.h"
 #include "settings/device_factory.h"
@@ -10,6 +11,7 @@
 namespace {
 
 constexpr PortFlags kUnknownPort{false, false, false};
+constexpr PortFlags kUsablePort{true, true, true};
 
 TEST(PresentationRules, ModeClassesAndPageToPageStates) {
     struct Case {
@@ -48,10 +50,20 @@ TEST(PresentationRules, NoticeByPortFlags) {
                  "\"Device Settings\")");
     auto zld90 = CreateUiDevice("ZLD90VII", "", "", "");
     auto vorta = CreateUiDevice("VORTA5X", "", "", "");
-    const PresentationView withNotice = MakePresentationView(*zld90, {true, false, false});
-    EXPECT_TRUE(withNotice.pageToPageShown);
-    EXPECT_FALSE(withNotice.pageToPageControls);
-    EXPECT_NE(withNotice.notice, nullptr);
+    // Shown, with controls, notice: hidden while the port is unknown, a notice for a port
+    // that cannot use it, the controls on a bidirectional enabled port.
+    const std::tuple<PortFlags, bool, bool, bool> ports[] = {
+        {kUnknownPort, false, false, false},
+        {{true, false, false}, true, false, true},
+        {{true, true, false}, true, false, true},
+        {{true, true, true}, true, true, false},
+    };
+    for (const auto& [port, shown, controls, notice] : ports) {
+        const PresentationView view = MakePresentationView(*zld90, port);
+        EXPECT_EQ(view.pageToPageShown, shown);
+        EXPECT_EQ(view.pageToPageControls, controls);
+        EXPECT_EQ(view.notice != nullptr, notice);
+    }
     // A model without page to page shows neither the group nor the notice.
     const PresentationView none = MakePresentationView(*vorta, {true, false, false});
     EXPECT_FALSE(none.pageToPageShown);
@@ -97,7 +109,7 @@ TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
         bool checked;
         int timeoutMode;
         std::string timeout, length, duration, message, logLine;
-        PortFlags port = kUnknownPort;
+        PortFlags port = kUsablePort;
     };
     const Case cases[] = {
         {0, true, 0, "65534", "0", "0", "", ""},
@@ -107,6 +119,7 @@ TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
         {0, true, 1, "", "0", "0", "", ""},   // Unlimited skips the timeout checks
         {0, false, 0, "", "0", "0", "", ""},  // so does an unchecked box
         {0, true, 0, "", "0", "0", "", "", {true, false, false}},  // and a notice
+        {0, true, 0, "", "0", "0", "", "", kUnknownPort},          // and a hidden group
         {2, false, 0, "", "256", "0", kLength, "Presentation : value out of range (0  255)"},
         {2, false, 0, "", "255", "0", kDuration,
          "Presentation : timeout value out of range (1  255)"},
@@ -127,8 +140,8 @@ TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
 
 TEST(PresentationRules, ControlsAreStored) {
     auto device = CreateUiDevice("ZLD90VII", "", "", "");  // modes 20 30 40 60 70
-    StorePresentationControls(*device, {4, "77", "12", 2, true, 0, "600", 2, 2});
-    EXPECT_EQ(device->GetPresentationMode(), 112);
+    StorePresentationControls(*device, {0, "77", "12", 2, true, 0, "600", 2, 2});
+    EXPECT_EQ(device->GetPresentationMode(), 32);
     EXPECT_EQ(device->GetPresentationValue(), 77);
     EXPECT_EQ(device->GetPresentationTimeout(), 12);
     EXPECT_EQ(device->GetHeadLed(), 32);
@@ -142,6 +155,10 @@ TEST(PresentationRules, ControlsAreStored) {
     EXPECT_EQ(device->GetPage2PageExtra(), 0);
     StorePresentationControls(*device, {0, "", "", 0, false, 0, "99999", 0, 0});
     EXPECT_EQ(device->GetPage2PageTimeout(), 65534);
+    // Eject with a checked box left behind a notice: page to page is not saved on.
+    StorePresentationControls(*device, {2, "", "", 0, true, 0, "", 0, 0});
+    EXPECT_EQ(device->GetPresentationMode(), 64);
+    EXPECT_EQ(device->GetPage2PageEnable(), 0);
 }
 
 }  // namespace

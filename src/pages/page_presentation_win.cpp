@@ -161,11 +161,9 @@ bool OnCommand(HWND hDlg, int id, int code) {
     if (modeChanged) {
         ShowModeClasses(hDlg, mode);
     }
-    if (PageToPageUsable(*device, PortFlagsOf(hDlg))) {
-        ShowPageToPageState(hDlg,
-                            PageToPageStateFor(mode, IsChecked(hDlg, IDC_PRESENT_P2P_ENABLE),
-                                               ComboSelection(hDlg, IDC_PRESENT_TIMEOUT_MODE)));
-    }
+    // The mode rule holds for the hidden controls too: what Apply reads must match the mode.
+    ShowPageToPageState(hDlg, PageToPageStateFor(mode, IsChecked(hDlg, IDC_PRESENT_P2P_ENABLE),
+                                                 ComboSelection(hDlg, IDC_PRESENT_TIMEOUT_MODE)));
     return true;
 }
 

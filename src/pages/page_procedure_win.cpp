@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <string>
 #include <utility>
 
 #include "../../resources/resource.h"
@@ -48,10 +49,20 @@ void FillOnce(HWND hDlg, PageId page, const PageDefinition& definition, PageCont
     // A fill that throws (Guarded catches it) must not leave the page filling for good: every
     // later change of the user would then be ignored and Apply never light.
     const FillingScope filling(hDlg);
-    UiDeviceCommon* device =
-        context.pOemUiState != nullptr ? context.pOemUiState->device.get() : nullptr;
-    if (device != nullptr && definition.fill != nullptr) {
-        definition.fill(hDlg, *device);
+    if (definition.fill != nullptr) {
+        OemUiState* state = context.pOemUiState;
+        if (state != nullptr && state->device != nullptr) {
+            definition.fill(hDlg, *state->device);
+        } else {
+            // A sheet registered before the common UI entry made a capability object: the pages
+            // show the working record through a model-less one, and nothing is read back.
+            UiDeviceCommon recordView("", "", "", "");
+            std::string modelName;
+            const OEMDEV empty{};
+            recordView.FillUIDeviceValuesWithOEMDEV(
+                modelName, (state != nullptr ? state->workOEMDev : empty).payload);
+            definition.fill(hDlg, recordView);
+        }
     }
     GdiplusSession pictures;
     for (const PictureRow& row : definition.pictures) {
@@ -76,13 +87,14 @@ constexpr wchar_t kImageFilter[] =
     L"*.bmp;*.png;*.jpg;*.jpeg;*.gif;*.tif;*.tiff\0All files (*.*)\0*.*\0";
 
 // Browse puts the chosen file into the edit, whose change then redraws the preview and counts
-// as the user's change; the preview follows the edit even while the page fills.
-bool OnPreviewCommand(HWND hDlg, const PageDefinition& definition, int id, int code) {
+// as the user's change; the preview follows the edit even while the page fills. The record and
+// the rendering module take the path in the ANSI code page, so a path it cannot carry is refused.
+bool OnPreviewCommand(HWND hDlg, PageId page, const PageDefinition& definition, int id, int code) {
     for (const PreviewRow& row : definition.previews) {
         if (id == row.browse && code == BN_CLICKED) {
-            const std::wstring path = AskFileToOpen(hDlg, kImageFilter);
+            const std::string path = AskAnsiFileToOpen(hDlg, page, kImageFilter);
             if (!path.empty()) {
-                WriteControlText(hDlg, row.path, NarrowAnsi(path));
+                WriteControlText(hDlg, row.path, path);
             }
             return true;
         }
@@ -93,11 +105,11 @@ bool OnPreviewCommand(HWND hDlg, const PageDefinition& definition, int id, int c
     return false;
 }
 
-void OnCommand(HWND hDlg, const PageDefinition& definition, const PageContext* context,
+void OnCommand(HWND hDlg, PageId page, const PageDefinition& definition, const PageContext* context,
                WPARAM wParam) {
     const int id = LOWORD(wParam);
     const int code = HIWORD(wParam);
-    if (OnPreviewCommand(hDlg, definition, id, code)) {
+    if (OnPreviewCommand(hDlg, page, definition, id, code)) {
         return;
     }
     for (const HelpRow& row : definition.helps) {
@@ -184,7 +196,7 @@ INT_PTR RunPage(PageId page, const PageDefinition& definition, HWND hDlg, UINT m
             }
             return 1;
         case WM_COMMAND:
-            OnCommand(hDlg, definition, context, wParam);
+            OnCommand(hDlg, page, definition, context, wParam);
             return 1;
         case WM_HSCROLL:
             OnHScroll(hDlg, definition, lParam);

@@ -36,8 +36,12 @@ const char* PageToPageNotice(const PortFlags& port) {
     return nullptr;
 }
 
+bool PageToPageShown(const UiDeviceCommon& device, const PortFlags& port) {
+    return device.GetCapabilityFlag(kCapPage2Page) != 0 && port.statusKnown;
+}
+
 bool PageToPageUsable(const UiDeviceCommon& device, const PortFlags& port) {
-    return device.GetCapabilityFlag(kCapPage2Page) != 0 && PageToPageNotice(port) == nullptr;
+    return PageToPageShown(device, port) && PageToPageNotice(port) == nullptr;
 }
 
 PageToPageState PageToPageStateFor(uint8_t mode, bool checked, int timeoutModeSelection) {
@@ -69,7 +73,7 @@ PresentationView MakePresentationView(const UiDeviceCommon& device, const PortFl
         extra < AfterTimeoutLabels().size() ? extra : 0,
     };
     const uint8_t mode = device.GetPresentationMode();
-    const bool shown = device.GetCapabilityFlag(kCapPage2Page) != 0;
+    const bool shown = PageToPageShown(device, port);
     const PageToPageState pageToPage =
         PageToPageStateFor(mode, controls.pageToPageChecked, controls.timeoutModeSelection);
     controls.pageToPageChecked = pageToPage.boxChecked;
@@ -124,7 +128,9 @@ std::optional<ValidationFailure> ValidatePresentationControls(
 }
 
 void StorePresentationControls(UiDeviceCommon& device, const PresentationControls& controls) {
-    device.SetPage2PageEnable(controls.pageToPageChecked ? 1 : 0);
+    const uint8_t mode = PresenterModeAt(device, controls.modeSelection);
+    // The Enable box may stand hidden behind a notice; outside the Hold class it means nothing.
+    device.SetPage2PageEnable(controls.pageToPageChecked && PageToPageApplies(mode) ? 1 : 0);
     device.SetPage2PageTimeout(
         controls.timeoutModeSelection == kTimeoutModeUnlimited
             ? kUnlimitedTimeout
@@ -134,7 +140,7 @@ void StorePresentationControls(UiDeviceCommon& device, const PresentationControl
     const int queue = controls.printQueueSelection;
     device.SetPage2PageExtra(static_cast<uint8_t>(
         queue >= 0 && queue < static_cast<int>(AfterTimeoutLabels().size()) ? queue : 0));
-    device.SetPresentationMode(PresenterModeAt(device, controls.modeSelection));
+    device.SetPresentationMode(mode);
     device.SetPresentationValue(static_cast<int32_t>(NumberFromText(controls.lengthText)));
     device.SetPresentationTimeout(static_cast<int32_t>(NumberFromText(controls.durationText)));
     device.SetHeadLed(SelectedValue(device.GetHeadLedList(), controls.ledSelection));

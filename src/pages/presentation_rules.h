@@ -25,7 +25,10 @@ struct PortFlags {
 };
 // Why page to page cannot be used on this port, or null when nothing stands in the way.
 const char* PageToPageNotice(const PortFlags& port);
-// Page to page can be set on the page: the model has it and no notice replaces the controls.
+// The page-to-page group shows: the model has it and the port's status is known (a known port
+// that cannot use it shows the notice in the group).
+bool PageToPageShown(const UiDeviceCommon& device, const PortFlags& port);
+// Page to page can be set on the page: the group shows and no notice replaces the controls.
 bool PageToPageUsable(const UiDeviceCommon& device, const PortFlags& port);
 
 // The enable states of the Page to Page controls, from the presenter mode, the Enable box and

@@ -35,7 +35,8 @@ bool ReportValidationFinding(HWND hDlg, const ValidationFailure& finding) {
 
 BOOL ValidateDeviceInfoFromUI(PageContext* context, OemUiState* state) {
     TraceScope trace(kValidateName);
-    if (context == nullptr || state == nullptr) {
+    // Without a capability object nothing is read back from the pages, so nothing needs a check.
+    if (context == nullptr || state == nullptr || state->device == nullptr) {
         return trace.Return(TRUE);
     }
     for (PageId page : PagesInCheckOrder()) {

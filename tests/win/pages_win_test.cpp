@@ -45,6 +45,10 @@ std::wstring Text(HWND hDlg, int id) {
     return buffer;
 }
 
+bool Shown(HWND hDlg, int id) {
+    return (GetWindowLongW(GetDlgItem(hDlg, id), GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
 int ComboCount(HWND hDlg, int id) {
     return static_cast<int>(SendDlgItemMessageW(hDlg, id, CB_GETCOUNT, 0, 0));
 }
@@ -281,6 +285,69 @@ TEST_F(PagesWin, NothingPointsAtAFreedBlockAndAFailedFillStillTakesChanges) {
     pages_.push_back(hDlg);
     Command(hDlg, IDC_PRINT_QUALITY, CBN_SELCHANGE);
     EXPECT_EQ(g_changedCount, 1);
+}
+
+// A sheet opened before the common UI entry made a capability object: the pages show the
+// working record, and OK saves it as it stood: nothing is read back, so nothing is refused.
+TEST_F(PagesWin, WithoutACapabilityObjectThePagesShowTheRecordAndOkKeepsIt) {
+    state_.device->FillOEMDEVWithDeviceValues(state_.workOEMDev.payload, 0);
+    state_.device.reset();
+    HWND print = OpenPage(PageId::kPrint);
+    HWND adjust = OpenPage(PageId::kPrintAdjust);
+    HWND version = OpenPage(PageId::kVersion);
+    ASSERT_TRUE(print != nullptr && adjust != nullptr && version != nullptr);
+    EXPECT_EQ(Text(print, IDC_PRINT_THRESHOLD_VALUE), L"39% (100/255)");
+    EXPECT_EQ(Text(adjust, IDC_ADJUST_X_OFFSET), L"-25");
+    EXPECT_NE(Text(version, IDC_VERSION_REPORT), L"");
+    SetDlgItemTextW(adjust, IDC_ADJUST_X_OFFSET, L"oops");
+    OemDevPayload body{};
+    EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 0);
+    EXPECT_EQ(capture_.count, 0);
+    EXPECT_EQ(0, std::memcmp(&body, &state_.workOEMDev.payload, sizeof body));
+}
+
+// Page to page in the three port states: hidden while the port is unknown, a notice for a port
+// that cannot use it, the controls on a bidirectional enabled one. Choosing Eject unchecks the
+// Enable box in all of them, so a hidden box is never saved as on.
+TEST_F(PagesWin, PresentationFollowsTheModeInEveryPortState) {
+    struct Case {
+        uint32_t available, bidi, enable;
+        bool group, box, notice;
+    };
+    const Case cases[] = {
+        {0, 0, 0, false, false, false},
+        {1, 0, 0, true, false, true},
+        {1, 1, 1, true, true, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.available + c.bidi);
+        state_.device = CreateUiDevice("ZLD90VII", "", "", "");  // modes 32 48 64 96 112
+        state_.device->SetPresentationMode(32);
+        state_.device->SetPage2PageEnable(1);
+        std::memset(&context_, 0, sizeof context_);
+        context_.pOemUiState = &state_;
+        context_.lmAvailable = c.available;
+        context_.lmBidi = c.bidi;
+        context_.lmEnable = c.enable;
+        HWND hDlg = OpenPage(PageId::kPresentation);
+        ASSERT_NE(hDlg, nullptr);
+        EXPECT_EQ(Shown(hDlg, IDC_PRESENT_P2P_GROUP), c.group);
+        EXPECT_EQ(Shown(hDlg, IDC_PRESENT_P2P_ENABLE), c.box);
+        EXPECT_EQ(Shown(hDlg, IDC_PRESENT_NOTICE), c.notice);
+        EXPECT_TRUE(IsChecked(hDlg, IDC_PRESENT_P2P_ENABLE));
+        SendDlgItemMessageW(hDlg, IDC_PRESENT_MODE, CB_SETCURSEL, 2, 0);  // Eject
+        Command(hDlg, IDC_PRESENT_MODE, CBN_SELCHANGE);
+        EXPECT_FALSE(IsChecked(hDlg, IDC_PRESENT_P2P_ENABLE));
+        EXPECT_EQ(IsControlEnabled(hDlg, IDC_PRESENT_P2P_ENABLE), FALSE);
+        SendDlgItemMessageW(hDlg, IDC_PRESENT_MODE, CB_SETCURSEL, 0, 0);  // Hold again
+        Command(hDlg, IDC_PRESENT_MODE, CBN_SELCHANGE);
+        EXPECT_EQ(IsControlEnabled(hDlg, IDC_PRESENT_P2P_ENABLE), TRUE);
+        EXPECT_FALSE(IsChecked(hDlg, IDC_PRESENT_P2P_ENABLE));
+        OemDevPayload body{};
+        EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 0);
+        EXPECT_EQ(body.presentationMode, 32);
+        EXPECT_EQ(body.page2PageEnable, 0);
+    }
 }
 
 }  // namespace

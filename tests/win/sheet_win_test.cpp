@@ -176,8 +176,8 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
          "The Time On must be a value between 2 and 512", nullptr, nullptr},
         {L"J7", pulses + L"2 --set 1020=512", nullptr, nullptr, "cashDrawerTimeOff", "512"},
         {L"J7", L"--page Cut/Move --select 1005=5", nullptr, nullptr, "lfBeforeCut", "5"},
-        {L"ZLD90VII", L"--page Presentation --select 1013=0 --click 1131 --set 1133=65534", nullptr,
-         nullptr, "page2PageTimeout", "65534"},
+        {L"ZLD90VII", L"--page Presentation --select 1013=0 --set 1031=255", nullptr, nullptr,
+         "presentationValue", "255"},
         {L"ZLD90VII", L"--page Presentation --select 1013=0 --set 1031=256",
          "\"Presentation\" Panel ", "The Presentation measure must be a value between 0 and 255",
          nullptr, nullptr},
@@ -220,30 +220,8 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
     }
 }
 
-// Page to page follows the presenter mode, the Enable box and the timeout mode; a group the
-// model lacks is hidden, not disabled.
-TEST_F(SheetWin, PresentationAndAccessoriesSwitchTheirControls) {
-    const std::wstring printer = NewPrinter(L"ZLD40PRESENTER");  // modes Hold, Eject, Eject with TO
-    const HostRun run = Sheet(printer, L"ZLD40PRESENTER",
-                              L"--page Presentation --click 1131 --dump-controls "
-                              L"--select 1013=1 --dump-controls --select 1013=0 --dump-controls "
-                              L"--click 1131 --select 1136=1 --dump-controls --press cancel");
-    ASSERT_EQ(0u, run.exitCode) << run.output;
-    const std::vector<ControlDump> dumps = DumpsOf(run.output);
-    ASSERT_EQ(4u, dumps.size()) << run.output;
-    const char* expected[][3] = {
-        // Enable box enabled, checked; timeout value enabled
-        {"1", "1", "1"},  // Hold, Enable clicked
-        {"0", "0", "0"},  // Eject unchecks and disables
-        {"1", "0", "0"},  // Hold again: the box comes back unchecked
-        {"1", "1", "0"},  // checked, Unlimited: no timeout value
-    };
-    for (size_t i = 0; i < dumps.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(expected[i][0], dumps[i].Attr(1131, "enabled"));
-        EXPECT_EQ(expected[i][1], dumps[i].Attr(1131, "checked"));
-        EXPECT_EQ(expected[i][2], dumps[i].Attr(1133, "enabled"));
-    }
+// A group the model lacks is hidden, not disabled.
+TEST_F(SheetWin, AccessoriesHidesTheGroupTheModelLacks) {
     const std::wstring feeder = NewPrinter(L"TRX430ATF");
     const HostRun accessories =
         Sheet(feeder, L"TRX430ATF", L"--page Accessories --dump-controls --press cancel");

@@ -7,13 +7,15 @@
 // resulting settings record field by field and the log lines the run produced. Every failed
 // step ends the program with a message and a non-zero code: 1 bad arguments, 2 a failed step,
 // 3 a sheet script that could not be carried out or an apply the plug-in refused, 4 a --time
-// ratio over its target, 5 a --soak that found growth per opening over its limits.
+// ratio over its target, 5 a --soak that found growth per opening over its limits, 7 a
+// --property sequence that broke what an apply must keep.
 #include <fcntl.h>
 #include <io.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,7 +26,9 @@
 #include "host_output.h"
 #include "host_resource.h"
 #include "process_usage.h"
+#include "settings/device_factory.h"
 #include "settings/record_dump.h"
+#include "settings/ui_device_common.h"
 #include "sheet_host.h"
 #include "win/oem_framework_win.h"
 #include "wine_printer.h"
@@ -594,6 +598,143 @@ bool SoakSheet(SheetRun& run, int openings, bool& grew) {
     return true;
 }
 
+// The model data text of the GPD ("*OEMCustomData:"), split at "|", as the plug-in reads it.
+std::vector<std::string> ModelPieces(const PackageModel& model) {
+    std::vector<std::string> pieces(4);
+    FILE* file = _wfopen(model.gpdFile.c_str(), L"rb");
+    if (file == nullptr)
+        return pieces;
+    std::string text(1 << 20, '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file));
+    std::fclose(file);
+    const std::string key = "*OEMCustomData: \"";
+    const size_t start = text.find(key);
+    if (start == std::string::npos)
+        return pieces;
+    const size_t from = start + key.size();
+    const std::string data = text.substr(from, text.find('"', from) - from);
+    size_t piece = 0;
+    for (char c : data) {
+        if (c == '|' && piece + 1 < pieces.size())
+            ++piece;
+        else if (c != '|')
+            pieces[piece] += c;
+    }
+    return pieces;
+}
+
+// Why a saved record is not one the model accepts as it stands: loading it into the model's
+// capability object and saving it again must give the same bytes. Empty when it does.
+std::string RecordViolation(const std::vector<uint8_t>& record,
+                            const std::vector<std::string>& pieces) {
+    OEMDEV saved{};
+    std::memcpy(&saved, record.data(), record.size() < sizeof saved ? record.size() : sizeof saved);
+    std::unique_ptr<UiDeviceCommon> device =
+        CreateUiDevice(pieces[0], pieces[1], pieces[2], pieces[3]);
+    std::string name = pieces[0];
+    device->FillUIDeviceValuesWithOEMDEV(name, saved.payload);
+    OEMDEV again = saved;
+    device->FillOEMDEVWithDeviceValues(again.payload, 0);
+    if (std::memcmp(&again, &saved, sizeof saved) == 0)
+        return {};
+    const std::string before = DescribeOemDev(saved), after = DescribeOemDev(again);
+    std::string changed;
+    size_t a = 0, b = 0;
+    while (a < before.size() && b < after.size()) {
+        const size_t endA = before.find('\n', a), endB = after.find('\n', b);
+        const std::string lineA = before.substr(a, endA - a), lineB = after.substr(b, endB - b);
+        if (lineA != lineB)
+            changed += " [" + lineA + " -> " + lineB + "]";
+        if (endA == std::string::npos || endB == std::string::npos)
+            break;
+        a = endA + 1;
+        b = endB + 1;
+    }
+    return "loading and saving the saved record changes it:" + changed;
+}
+
+// Whether a refusal's message box names a page of the sheet: "\"<page>\" Panel ".
+bool NamesAPage(const std::wstring& title, const std::vector<std::wstring>& pages) {
+    for (const std::wstring& page : pages) {
+        if (title == L"\"" + page + L"\" Panel ")
+            return true;
+    }
+    return false;
+}
+
+// DevMode MERGE of the record the last apply left, as the driver does before each opening.
+bool MergeRecord(SheetRun& run, size_t recordSize) {
+    std::vector<uint8_t> incoming = run.record;
+    OEMDMPARAM p = {};
+    p.cbSize = sizeof p;
+    p.hPrinter = run.s.printer;
+    p.hModule = run.s.module;
+    p.pPublicDMIn = &run.publicDM;
+    p.pPublicDMOut = &run.publicDM;
+    p.pOEMDMIn = incoming.data();
+    p.pOEMDMOut = run.record.data();
+    p.cbBufSize = static_cast<DWORD>(recordSize);
+    const HRESULT hr = run.s.ui->DevMode(OEMDM_MERGE, &p);
+    return SUCCEEDED(hr) || Fail("DevMode(OEMDM_MERGE)", Hr(hr));
+}
+
+// Seeded sequences of random user steps on every page, each ended with OK, in this process.
+// An apply is either refused with a message that names a page (the sheet is then cancelled) or
+// saves a record that loads and saves to the same bytes and shows the same choices when the
+// sheet opens again. Every violation prints its seed and how to replay it.
+bool PropertySheetTest(SheetRun& run, const PackageModel& model, size_t recordSize, int sequences,
+                       unsigned seed, int& violations) {
+    constexpr int kMostSteps = 6;
+    const std::vector<std::string> pieces = ModelPieces(model);
+    int refused = 0;
+    std::string expectedChoices;  // what the last accepted apply left on the pages
+    for (int i = 0; i < sequences; ++i) {
+        const unsigned sequenceSeed = seed + static_cast<unsigned>(i);
+        SheetScript script;
+        script.activateAll = true;
+        script.quiet = true;
+        script.press = SheetPress::kOk;
+        script.answerYes = (sequenceSeed & 1) != 0;
+        script.randomSteps = 1 + static_cast<int>(sequenceSeed % kMostSteps);
+        script.randomSeed = sequenceSeed * 2654435761u + 1;
+        SheetOutcome outcome;
+        if (!MergeRecord(run, recordSize) || !OpenSheetOnce(run, script, outcome))
+            return false;
+        std::string violation;
+        if (outcome.stepFailed) {
+            violation = "a step could not be carried out";
+        } else if (!expectedChoices.empty() && outcome.choicesAtOpen != expectedChoices) {
+            violation = "the reopened sheet shows other choices than were applied:\n  before: " +
+                        expectedChoices + "  after: " + outcome.choicesAtOpen;
+        } else if (outcome.applyRefused) {
+            ++refused;
+            if (!NamesAPage(outcome.lastBoxTitle, outcome.titles))
+                violation =
+                    "a refused apply's message names no page: " + Utf8(outcome.lastBoxTitle);
+        } else if (outcome.applied) {
+            violation = RecordViolation(run.record, pieces);
+        } else if (!outcome.closedByPlugin) {
+            violation = "OK neither applied nor was refused";
+        }
+        if (outcome.applied)
+            expectedChoices = outcome.choicesBeforePress;
+        else if (outcome.closedByPlugin)
+            expectedChoices.clear();
+        if (!violation.empty()) {
+            ++violations;
+            // Each sequence starts from the record the earlier ones left, so the replay runs
+            // them all again, the same way, up to this one (with a printer's record as fresh).
+            Out("property violation: model %s, seed %u (sequence %d): %s\n  replay: kivhost "
+                "--model \"%s\" --printer \"%s REPLAY\" --property %d --seed %u --verbose\n",
+                Utf8(model.model).c_str(), sequenceSeed, i + 1, violation.c_str(),
+                Utf8(model.model).c_str(), Utf8(run.printerName).c_str(), i + 1, seed);
+            expectedChoices.clear();
+        }
+    }
+    Out("property test: %d sequences, %d refused, %d violations\n", sequences, refused, violations);
+    return true;
+}
+
 void PrintRecord(const std::vector<uint8_t>& record, size_t recordSize) {
     OEMDEV rec;
     std::memset(&rec, 0, sizeof rec);
@@ -805,6 +946,14 @@ int Run(HostOptions opts) {
             return 2;
         if (grew)
             exitCode = 5;
+        int violations = 0;
+        if (opts.property > 0 &&
+            !PropertySheetTest(run, model, recordSize, opts.property, opts.seed, violations))
+            return 2;
+        if (violations > 0)
+            exitCode = 7;
+        if (opts.property > 0)
+            opts.openings = 0;  // the sequences were the openings
         save = false;
         for (int opening = 0; opening < opts.openings; ++opening) {
             const bool last = opening + 1 == opts.openings;

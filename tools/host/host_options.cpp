@@ -77,10 +77,16 @@ const wchar_t* HostUsage() {
            L"                   when an opening leaves memory, handles or GDI objects behind\n"
            L"  --comctl 5|6     common controls version of the process (default 6, as\n"
            L"                   applications run with their manifest)\n"
+           L"  --property N     N sequences of random user steps on every page, each ended with\n"
+           L"                   OK; an accepted apply must save a record that loads and saves\n"
+           L"                   to the same bytes and reopens with the same choices; exits\n"
+           L"                   with 7 on any violation\n"
+           L"  --seed S         the first sequence's seed for --property (default 1; sequence\n"
+           L"                   i uses S + i)\n"
            L"  --help           this text\n"
            L"  Exit codes: 1 bad arguments, 2 a failed step, 3 a script step or apply that\n"
            L"  could not be done, 4 --time over target, 5 --soak growth, 6 nobody closed the\n"
-           L"  sheet in time.\n";
+           L"  sheet in time, 7 a --property violation.\n";
 }
 
 bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
@@ -226,6 +232,16 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
                 return false;
             }
             opts.comctl = text == L"5" ? 5 : 6;
+        } else if (arg == L"--property") {
+            if (!number(1, 100000, opts.property))
+                return false;
+            sheetOption = true;
+        } else if (arg == L"--seed") {
+            int seed = 0;
+            if (!number(1, 2000000000, seed))
+                return false;
+            opts.seed = static_cast<unsigned>(seed);
+            sheetOption = true;
         } else if (arg == L"--file") {
             if (!value(opts.fileAnswer))
                 return false;

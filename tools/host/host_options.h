@@ -43,6 +43,8 @@ struct HostOptions {
     bool time = false;                     // --time
     int timeRuns = 5;                      // --time-runs N (median of N)
     int soak = 0;                          // --soak N: openings measured for growth
+    int property = 0;                      // --property N: sequences of random user steps
+    unsigned seed = 1;                     // --seed S: the first sequence's seed
     bool answerYes = false;                // --answer yes|no for the plug-in's questions
     std::wstring fileAnswer;               // --file PATH for the plug-in's file dialogs
     std::vector<PageAction> actions;       // --page, --set, --select, --click, --trackbar,

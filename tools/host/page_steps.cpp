@@ -2,6 +2,7 @@
 #include "page_steps.h"
 
 #include <cwctype>
+#include <iterator>
 #include <utility>
 
 #include "host_output.h"
@@ -191,7 +192,7 @@ int FindPage(const std::vector<std::wstring>& titles, const std::wstring& page) 
 }
 
 bool RunPageAction(HWND sheet, const std::vector<std::wstring>& titles, const PageAction& action,
-                   std::wstring& error) {
+                   std::wstring& error, bool quiet) {
     if (action.kind == PageAction::Kind::kDump && action.page.empty()) {
         for (size_t i = 0; i < titles.size(); ++i) {
             HWND page = ActivatePage(sheet, static_cast<int>(i));
@@ -272,8 +273,10 @@ bool RunPageAction(HWND sheet, const std::vector<std::wstring>& titles, const Pa
         case PageAction::Kind::kDump:
             break;
     }
-    Out("STEP page=%d %s %d%s%s\n", index, KindName(action.kind), action.control,
-        shown.empty() ? "" : " ", shown.c_str());
+    if (!quiet) {
+        Out("STEP page=%d %s %d%s%s\n", index, KindName(action.kind), action.control,
+            shown.empty() ? "" : " ", shown.c_str());
+    }
     return true;
 }
 
@@ -295,4 +298,176 @@ void DumpPageControls(HWND page, int index, const std::wstring& title) {
             GetDlgCtrlID(child), Utf8(cls).c_str(), IsWindowEnabled(child) ? 1 : 0,
             IsWindowVisible(child) ? 1 : 0, Quoted(WindowText(child)).c_str(), details.c_str());
     }
+}
+
+uint32_t StepRandom::Next() {
+    state ^= state << 13;
+    state ^= state >> 17;
+    state ^= state << 5;
+    return state;
+}
+
+int StepRandom::Below(int count) {
+    return count > 0 ? static_cast<int>(Next() % static_cast<uint32_t>(count)) : 0;
+}
+
+namespace {
+
+enum class InputKind { kNone, kCombo, kToggle, kEdit, kTrackbar };
+
+InputKind InputKindOf(HWND control) {
+    const std::wstring cls = ClassOf(control);
+    if (SameText(cls, L"ComboBox"))
+        return InputKind::kCombo;
+    if (SameText(cls, L"Edit"))
+        return (GetWindowLongW(control, GWL_STYLE) & ES_READONLY) ? InputKind::kNone
+                                                                  : InputKind::kEdit;
+    if (SameText(cls, TRACKBAR_CLASSW))
+        return InputKind::kTrackbar;
+    if (SameText(cls, L"Button")) {
+        const LONG type = GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK;
+        const bool toggle = type == BS_CHECKBOX || type == BS_AUTOCHECKBOX ||
+                            type == BS_RADIOBUTTON || type == BS_AUTORADIOBUTTON;
+        return toggle ? InputKind::kToggle : InputKind::kNone;
+    }
+    return InputKind::kNone;
+}
+
+std::vector<HWND> UsableInputs(HWND page) {
+    std::vector<HWND> inputs;
+    for (HWND child = GetWindow(page, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        if (InputKindOf(child) != InputKind::kNone && IsWindowEnabled(child) &&
+            IsWindowVisible(child))
+            inputs.push_back(child);
+    }
+    return inputs;
+}
+
+const wchar_t* const kValidTexts[] = {L"2", L"10", L"100", L"200"};
+// What a user types: numbers inside and at the edges of every range the pages check, numbers
+// past them, text that is no number, an escape of the free buffers, a missing file, nothing.
+const wchar_t* const kTypedTexts[] = {
+    L"0",
+    L"1",
+    L"2",
+    L"10",
+    L"100",
+    L"255",
+    L"256",
+    L"511",
+    L"512",
+    L"513",
+    L"-1",
+    L"-1000",
+    L"1000",
+    L"-1001",
+    L"1001",
+    L"65534",
+    L"65535",
+    L"99999999",
+    L"12a",
+    L"abc",
+    L"",
+    L"ABC",
+    L"\\x0A\\x1B",
+    L"Hex(\\x0A)",
+    L"C:\\gone.png",
+    L"C:\\windows\\win.ini",
+};
+
+}  // namespace
+
+bool RunRandomAction(HWND sheet, const std::vector<std::wstring>& titles, StepRandom& random,
+                     std::wstring& error) {
+    if (titles.size() < 2) {
+        error = L"the sheet has no plug-in page";
+        return false;
+    }
+    const int index = 1 + random.Below(static_cast<int>(titles.size()) - 1);
+    HWND page = ActivatePage(sheet, index);
+    if (page == nullptr) {
+        error = L"page " + std::to_wstring(index) + L" did not come up";
+        return false;
+    }
+    const std::vector<HWND> inputs = UsableInputs(page);
+    if (inputs.empty())
+        return true;
+    HWND control = inputs[static_cast<size_t>(random.Below(static_cast<int>(inputs.size())))];
+    PageAction action;
+    action.page = std::to_wstring(index);
+    action.control = GetDlgCtrlID(control);
+    switch (InputKindOf(control)) {
+        case InputKind::kCombo: {
+            const int count = static_cast<int>(SendMessageW(control, CB_GETCOUNT, 0, 0));
+            if (count <= 0)
+                return true;
+            action.kind = PageAction::Kind::kSelect;
+            action.value = random.Below(count);
+            break;
+        }
+        case InputKind::kToggle:
+            action.kind = PageAction::Kind::kClick;
+            break;
+        case InputKind::kEdit:
+            action.kind = PageAction::Kind::kSet;
+            // Mostly what a page accepts; now and then a boundary, a wrong text, a long one.
+            if (random.Below(4) != 0)
+                action.text = kValidTexts[random.Below(std::size(kValidTexts))];
+            else if (random.Below(8) == 0)
+                action.text = std::wstring(static_cast<size_t>(1 + random.Below(600)), L'7');
+            else
+                action.text = kTypedTexts[random.Below(std::size(kTypedTexts))];
+            break;
+        case InputKind::kTrackbar: {
+            const int low = static_cast<int>(SendMessageW(control, TBM_GETRANGEMIN, 0, 0));
+            const int high = static_cast<int>(SendMessageW(control, TBM_GETRANGEMAX, 0, 0));
+            action.kind = PageAction::Kind::kTrackbar;
+            action.value = low + random.Below(high - low + 1);
+            break;
+        }
+        case InputKind::kNone:
+            return true;
+    }
+    return RunPageAction(sheet, titles, action, error, !gVerbose);
+}
+
+std::string PageChoices(HWND sheet, const std::vector<std::wstring>& titles) {
+    std::string choices;
+    for (size_t i = 1; i < titles.size(); ++i) {
+        // The Logos page shows one slot at a time, and which one is not a setting.
+        HWND page =
+            SameText(titles[i], L"Logos") ? nullptr : ActivatePage(sheet, static_cast<int>(i));
+        if (page == nullptr)
+            continue;
+        for (HWND control : UsableInputs(page)) {
+            std::string value;
+            switch (InputKindOf(control)) {
+                case InputKind::kCombo: {
+                    // By label: a list may offer one value twice, and the page shows the first.
+                    const LRESULT item = SendMessageW(control, CB_GETCURSEL, 0, 0);
+                    wchar_t label[256] = {};
+                    if (item >= 0 && SendMessageW(control, CB_GETLBTEXTLEN, item, 0) < 256)
+                        SendMessageW(control, CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(label));
+                    value = Quoted(label);
+                    break;
+                }
+                case InputKind::kToggle:
+                    value = std::to_string(SendMessageW(control, BM_GETCHECK, 0, 0));
+                    break;
+                case InputKind::kEdit:
+                    value = Quoted(WindowText(control));
+                    break;
+                case InputKind::kTrackbar:
+                    value = std::to_string(SendMessageW(control, TBM_GETPOS, 0, 0));
+                    break;
+                case InputKind::kNone:
+                    break;
+            }
+            choices += Utf8(titles[i]) + " " + std::to_string(GetDlgCtrlID(control)) + " = " +
+                       value + "\n";
+        }
+    }
+    ActivatePage(sheet, 0);
+    return choices;
 }

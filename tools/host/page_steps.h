@@ -1,6 +1,7 @@
 // Scripted steps on the pages of an open property sheet: activation, control changes, dumps.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -23,7 +24,23 @@ int FindPage(const std::vector<std::wstring>& titles, const std::wstring& page);
 // Carries out one step as a user would cause it: the control changes and its page hears the
 // notification the change sends. Prints the step; false with a reason in `error`.
 bool RunPageAction(HWND sheet, const std::vector<std::wstring>& titles, const PageAction& action,
-                   std::wstring& error);
+                   std::wstring& error, bool quiet = false);
 
 // Prints one CONTROL line per control of the page, in tab order.
 void DumpPageControls(HWND page, int index, const std::wstring& title);
+
+// A small seeded generator (xorshift32) for the random user steps; never 0.
+struct StepRandom {
+    uint32_t state;
+    uint32_t Next();
+    int Below(int count);  // 0 .. count-1; 0 when count <= 0
+};
+// One user step chosen at random on a plug-in page (never the driver's page 0): a list entry, a
+// check box or option button, a text typed into an edit (valid, boundary or invalid), a
+// trackbar position. Buttons that open dialogs or send jobs are never pressed. The step is
+// carried out as RunPageAction does it; false with a reason in `error`.
+bool RunRandomAction(HWND sheet, const std::vector<std::wstring>& titles, StepRandom& random,
+                     std::wstring& error);
+// What the user can see and change on the plug-in's pages (enabled, visible input controls):
+// one line per control with its selection, check, text or position.
+std::string PageChoices(HWND sheet, const std::vector<std::wstring>& titles);

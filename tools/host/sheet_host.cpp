@@ -484,6 +484,21 @@ void SheetHost::BringUp() {
             return;
         }
     }
+    if (script_.randomSteps > 0 && !outcome_.stepFailed && !outcome_.closedByPlugin) {
+        outcome_.choicesAtOpen = PageChoices(sheet_, titles);
+        StepRandom random{script_.randomSeed != 0 ? script_.randomSeed : 1};
+        for (int i = 0; i < script_.randomSteps && !outcome_.closedByPlugin; ++i) {
+            std::wstring error;
+            if (!RunRandomAction(sheet_, titles, random, error)) {
+                StepFailed("random step", error);
+                break;
+            }
+            PumpMessages(sheet_, 0);
+        }
+        if (outcome_.closedByPlugin)
+            return;
+        outcome_.choicesBeforePress = PageChoices(sheet_, titles);
+    }
     if (!script_.actions.empty())
         ShowApplyState("after the steps");
     if (!script_.screenshotDir.empty() && !outcome_.stepFailed)
@@ -567,7 +582,7 @@ void SheetHost::Press(SheetPress press) {
 
 void SheetHost::AfterPress() {
     // OK that the plug-in refused leaves the sheet open, and Apply never closes it.
-    if (outcome_.applyRefused)
+    if (outcome_.applyRefused && !script_.quiet)
         Out("sheet       : the plug-in refused the apply; closing with cancel\n");
     Press(SheetPress::kCancel);
 }
@@ -594,11 +609,14 @@ void SheetHost::OnActivate(HWND window) {
         answer = script_.answerYes ? IDYES : IDNO;
     else if (GetDlgItem(window, IDOK) == nullptr)
         answer = IDCANCEL;
-    Out("MESSAGEBOX title=%s text=%s answer=%s\n", Quoted(title).c_str(), Quoted(text).c_str(),
-        answer == IDYES  ? "yes"
-        : answer == IDNO ? "no"
-        : answer == IDOK ? "ok"
-                         : "cancel");
+    if (!script_.quiet) {
+        Out("MESSAGEBOX title=%s text=%s answer=%s\n", Quoted(title).c_str(), Quoted(text).c_str(),
+            answer == IDYES  ? "yes"
+            : answer == IDNO ? "no"
+            : answer == IDOK ? "ok"
+                             : "cancel");
+    }
+    outcome_.lastBoxTitle = title;
     SetPropW(window, kAnsweredProp, reinterpret_cast<HANDLE>(1));
     PostMessageW(window, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED),
                  reinterpret_cast<LPARAM>(GetDlgItem(window, answer)));
@@ -617,6 +635,7 @@ void SheetHost::AnswerFileDialog(HWND window) {
     const bool give = !script_.fileAnswer.empty();
     Out("FILEDIALOG title=%s answer=%s\n", Quoted(title).c_str(),
         give ? Quoted(script_.fileAnswer).c_str() : "cancel");
+    outcome_.lastBoxTitle = title;
     SetPropW(window, kAnsweredProp, reinterpret_cast<HANDLE>(1));
     if (give)
         SetWindowTextW(name, script_.fileAnswer.c_str());

@@ -2,6 +2,7 @@
 // the driver's own first page, the plug-in's pages, and apply routed to the plug-in's callback.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,9 @@ struct SheetScript {
     bool answerYes = false;
     std::wstring fileAnswer;  // typed into the plug-in's file dialogs; empty: cancel them
     std::vector<PageAction> actions;
+    // After the actions: this many user steps chosen at random from this seed (--property).
+    int randomSteps = 0;
+    uint32_t randomSeed = 1;
 };
 
 // A page as the plug-in added it: its module and dialog template.
@@ -56,6 +60,10 @@ struct SheetOutcome {
     std::vector<std::wstring> titles;
     std::vector<PluginPageTemplate> pluginPages;  // in the order the plug-in added them
     bool pageNotRebuildable = false;              // a page came without a resource template
+    std::wstring lastBoxTitle;                    // the title of the last message box answered
+    // With random steps: the user's choices on the plug-in's pages before the steps and
+    // before the press (PageChoices).
+    std::string choicesAtOpen, choicesBeforePress;
 };
 
 // Opens the sheet and returns when it is closed. `start` (QueryPerformanceCounter) is when the
