@@ -121,27 +121,6 @@ bool PrintPageAccepts(const UiDeviceCommon& d) {
         PrintControls{0, 0, 0, threshold, d.GetConvFilterDown(), d.GetConvFilterUp()});
 }
 
-// A damaged body behind an intact header is kept, but what the model does not offer loads as
-// its starting value: the pages accept it as it is, and saving it writes nothing else.
-TEST(RecordRepairTest, ADamagedBodyOpensWithValuesTheModelOffers) {
-    std::unique_ptr<UiDeviceCommon> device = CreateUiDevice("TRX418A CUT", "", "", "");
-    OEMDEV saved = GoodRecord(*device);
-    saved.payload.cutMode = 0xFF;
-    saved.payload.quality = 0x37;
-    saved.payload.convThreshold = 60;
-    saved.payload.convFilterDown = 200;
-    OEMDEV work{};
-    RepairWorkingRecord(saved, work, *device, "Printer");
-    EXPECT_EQ(Bytes(work), Bytes(saved));
-    EXPECT_EQ(device->GetCutMode(), PRN_PROP_NO_CUT);
-    EXPECT_EQ(device->GetQuality(), PRN_PROP_QUAL_NORMAL);
-    EXPECT_EQ(device->GetDensity(), PRN_PROP_DENS_P37);  // an offered value stays
-    EXPECT_TRUE(PrintPageAccepts(*device));
-    device->FillOEMDEVWithDeviceValues(work.payload, 0);
-    EXPECT_EQ(work.payload.cutMode, PRN_PROP_NO_CUT);
-    EXPECT_EQ(work.payload.convFilterDown, 0);
-}
-
 // The generic device reports an empty model name, so the cleared body of a new record passes
 // the model test and is kept; its zero threshold and filters, which the Print page would
 // refuse, load as the starting 128 / 0 / 255, and what is saved then opens unchanged.
