@@ -864,6 +864,11 @@ int Run(HostOptions opts) {
     Detail("printer     : %s (%s, driver \"%s\" %s)\n", Utf8(opts.printer).c_str(),
            info.printerReused ? "existing" : "added", Utf8(info.driverName).c_str(),
            info.driverReused ? "refreshed" : "installed");
+    const WinePortState port = opts.port == L"bidi"      ? WinePortState::kBidi
+                               : opts.port == L"no-bidi" ? WinePortState::kNotBidi
+                                                         : WinePortState::kNoMonitor;
+    if (!SetWinePortState(opts.printer, info.driverName, port, error))
+        return FailExit("set the port state", error);
     Detail("data file   : %s\n", Utf8(info.dataFile).c_str());
     Detail("port        : %s -> %s\n", Utf8(info.portName).c_str(), info.outputUnixPath.c_str());
 

@@ -75,6 +75,9 @@ const wchar_t* HostUsage() {
            L"  --time-runs N    repetitions for --time (median; default 5)\n"
            L"  --soak N         opens the full sheet N times in one process and exits with 5\n"
            L"                   when an opening leaves memory, handles or GDI objects behind\n"
+           L"  --port STATE     the printer's port: none (no language monitor, the default),\n"
+           L"                   bidi (a monitor, bidirectional) or no-bidi (a monitor, not\n"
+           L"                   bidirectional)\n"
            L"  --comctl 5|6     common controls version of the process (default 6, as\n"
            L"                   applications run with their manifest)\n"
            L"  --property N     N sequences of random user steps on every page, each ended with\n"
@@ -246,6 +249,14 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             if (!value(opts.fileAnswer))
                 return false;
             sheetOption = true;
+        } else if (arg == L"--port") {
+            if (!value(text))
+                return false;
+            if (text != L"none" && text != L"bidi" && text != L"no-bidi") {
+                error = L"--port takes none, bidi or no-bidi, not \"" + text + L"\"";
+                return false;
+            }
+            opts.port = text;
         } else if (arg == L"--answer") {
             if (!value(text))
                 return false;
