@@ -417,10 +417,11 @@ std::wstring RandomStepper::TypedText(HWND edit, StepRandom& random) const {
     }
     if (IsNumber(WindowText(edit)))
         return kValidNumbers[random.Below(std::size(kValidNumbers))];
-    // An empty field or a text: mostly the picture's path, else a free buffer's text.
-    const int pick = random.Below(static_cast<int>(std::size(kValidTexts)) + 2);
-    return pick < 2 && !imageFile_.empty() ? imageFile_
-                                           : kValidTexts[pick % std::size(kValidTexts)];
+    // An empty field or a text: mostly the picture's path, which every path field and a command
+    // text take, else a command text, which a path field questions.
+    if (random.Below(4) != 0 && !imageFile_.empty())
+        return imageFile_;
+    return kValidTexts[random.Below(std::size(kValidTexts))];
 }
 
 bool RandomStepper::Step(HWND sheet, const std::vector<std::wstring>& titles, StepRandom& random,
