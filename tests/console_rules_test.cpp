@@ -17,12 +17,12 @@ std::vector<uint8_t> Bytes(const std::string& text) {
 TEST(ConsoleRules, ModesShowTheirTextAndControlsAndTheTextReadsBack) {
     UiDeviceCommon device("TEST", "", "", "");
     device.SetStartJobBufferMode(FREE_CMD_MODE_ZAP);
-    device.SetStartJobBuffer(Bytes("A\\\x0A\x7F~"));
+    device.SetStartJobBuffer(Bytes("A\\\x0A\x7F~\\x"));
     device.SetEndJobBufferMode(FREE_CMD_MODE_FILENAME);
     device.SetEndJobBuffer(Bytes("C:\\cmd\\end.prn"));
     const ConsolePageView view = MakeConsolePageView(device);
     EXPECT_EQ(view.start.source.selection, 2);
-    EXPECT_EQ(view.start.text, "A\\x5C\\x0A\\x7F~");
+    EXPECT_EQ(view.start.text, "A\\\\x0A\\x7F~\\x5Cx");
     EXPECT_TRUE(view.start.textEnabled && !view.start.browseShown);
     EXPECT_EQ(view.end.source.selection, 1);
     EXPECT_EQ(view.end.text, "C:\\cmd\\end.prn");
@@ -37,7 +37,7 @@ TEST(ConsoleRules, ModesShowTheirTextAndControlsAndTheTextReadsBack) {
 
     StoreConsoleControls(device, {2, view.start.text, 0, ""});
     EXPECT_EQ(device.GetStartJobBufferMode(), FREE_CMD_MODE_ASCII);
-    EXPECT_EQ(device.GetStartJobBuffer(), Bytes("A\\\x0A\x7F~"));
+    EXPECT_EQ(device.GetStartJobBuffer(), Bytes("A\\\x0A\x7F~\\x"));
 
     // A file keeps its path (as the edit hands it back); None keeps nothing.
     StoreConsoleControls(device, {1, std::string(300, 'p'), 0, "ignored"});

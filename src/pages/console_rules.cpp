@@ -83,8 +83,12 @@ std::string CommandText(uint8_t mode, std::span<const uint8_t> bytes) {
     if (!IsTextMode(mode)) {
         return text;
     }
-    for (uint8_t byte : bytes) {
-        if (byte >= 0x20 && byte < 0x7F && byte != '\\') {
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        const uint8_t byte = bytes[i];
+        // A backslash reads back as itself unless an "x" follows it, so only then is it escaped:
+        // a typed path comes back as the user typed it.
+        const bool escapes = byte == '\\' && i + 1 < bytes.size() && bytes[i + 1] == 'x';
+        if (byte >= 0x20 && byte < 0x7F && !escapes) {
             text += static_cast<char>(byte);
         } else {
             text += "\\x";

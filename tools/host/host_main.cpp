@@ -678,58 +678,86 @@ bool MergeRecord(SheetRun& run, size_t recordSize) {
     return SUCCEEDED(hr) || Fail("DevMode(OEMDM_MERGE)", Hr(hr));
 }
 
-// Seeded sequences of random user steps on every page, each ended with OK, in this process.
-// An apply is either refused with a message that names a page (the sheet is then cancelled) or
-// saves a record that loads and saves to the same bytes and shows the same choices when the
-// sheet opens again. Every violation prints its seed and how to replay it.
-bool PropertySheetTest(SheetRun& run, const PackageModel& model, size_t recordSize, int sequences,
-                       unsigned seed, int& violations) {
+// Seeded sequences of random user steps on every page, in this process, several per opening of
+// the sheet, each ended with Apply. An apply is either refused with a message that names a page
+// (the opening is then cancelled) or saves a record that loads and saves to the same bytes; the
+// OK that ends an opening saves what the last Apply saved, and the next opening shows the
+// choices of the last accepted sequence. Every violation prints its seed and how to replay it.
+bool PropertySheetTest(SheetRun& run, const PackageModel& model, size_t recordSize,
+                       const std::wstring& port, int sequences, unsigned seed, int& violations) {
     constexpr int kMostSteps = 6;
+    constexpr int kSequencesPerOpening = 8;
     const std::vector<std::string> pieces = ModelPieces(model);
+    const std::wstring image = Expand(L"%LOCALAPPDATA%\\KivHost\\property.png");
     int refused = 0;
     std::string expectedChoices;  // what the last accepted apply left on the pages
-    for (int i = 0; i < sequences; ++i) {
-        const unsigned sequenceSeed = seed + static_cast<unsigned>(i);
+    for (int first = 0; first < sequences;) {
         SheetScript script;
         script.activateAll = true;
         script.quiet = true;
         script.press = SheetPress::kOk;
-        script.answerYes = (sequenceSeed & 1) != 0;
-        script.randomSteps = 1 + static_cast<int>(sequenceSeed % kMostSteps);
-        script.randomSeed = sequenceSeed * 2654435761u + 1;
+        // A path the page questions stays until a step changes it, so a No would refuse every
+        // opening after it: one opening in four answers No.
+        script.answerYes = (seed + static_cast<unsigned>(first)) % 4 != 0;
+        script.imageFile = image;
+        for (int i = first; i < sequences && i < first + kSequencesPerOpening; ++i) {
+            const unsigned sequenceSeed = seed + static_cast<unsigned>(i);
+            script.sequences.push_back({.seed = sequenceSeed * 2654435761u + 1,
+                                        .steps = 1 + static_cast<int>(sequenceSeed % kMostSteps)});
+        }
         SheetOutcome outcome;
         if (!MergeRecord(run, recordSize) || !OpenSheetOnce(run, script, outcome))
             return false;
-        std::string violation;
-        if (outcome.stepFailed) {
-            violation = "a step could not be carried out";
-        } else if (!expectedChoices.empty() && outcome.choicesAtOpen != expectedChoices) {
-            violation = "the reopened sheet shows other choices than were applied:\n  before: " +
-                        expectedChoices + "  after: " + outcome.choicesAtOpen;
-        } else if (outcome.applyRefused) {
-            ++refused;
-            if (!NamesAPage(outcome.lastBoxTitle, outcome.titles))
-                violation =
-                    "a refused apply's message names no page: " + Utf8(outcome.lastBoxTitle);
-        } else if (outcome.applied) {
-            violation = RecordViolation(run.record, pieces);
-        } else if (!outcome.closedByPlugin) {
-            violation = "OK neither applied nor was refused";
-        }
-        if (outcome.applied)
-            expectedChoices = outcome.choicesBeforePress;
-        else if (outcome.closedByPlugin)
-            expectedChoices.clear();
-        if (!violation.empty()) {
+        const auto report = [&](int index, const std::string& violation) {
             ++violations;
             // Each sequence starts from the record the earlier ones left, so the replay runs
             // them all again, the same way, up to this one (with a printer's record as fresh).
-            Out("property violation: model %s, seed %u (sequence %d): %s\n  replay: kivhost "
-                "--model \"%s\" --printer \"%s REPLAY\" --property %d --seed %u --verbose\n",
-                Utf8(model.model).c_str(), sequenceSeed, i + 1, violation.c_str(),
-                Utf8(model.model).c_str(), Utf8(run.printerName).c_str(), i + 1, seed);
+            Out("property violation: model %s, port %s, seed %u (sequence %d): %s\n  replay: "
+                "kivhost --model \"%s\" --port %s --printer \"%s REPLAY\" --property %d --seed "
+                "%u --verbose\n",
+                Utf8(model.model).c_str(), Utf8(port).c_str(), seed + static_cast<unsigned>(index),
+                index + 1, violation.c_str(), Utf8(model.model).c_str(), Utf8(port).c_str(),
+                Utf8(run.printerName).c_str(), index + 1, seed);
             expectedChoices.clear();
+        };
+        if (!expectedChoices.empty() && !outcome.choicesAtOpen.empty() &&
+            outcome.choicesAtOpen != expectedChoices)
+            // Seen at the opening that starts with sequence `first`.
+            report(first,
+                   "the reopened sheet shows other choices than were applied:\n  "
+                   "before: " +
+                       expectedChoices + "  after: " + outcome.choicesAtOpen);
+        const std::vector<uint8_t>* lastRecord = nullptr;
+        for (size_t k = 0; k < outcome.sequences.size(); ++k) {
+            const SequenceOutcome& done = outcome.sequences[k];
+            const int index = first + static_cast<int>(k);
+            std::string violation;
+            if (done.refused) {
+                ++refused;
+                if (!NamesAPage(done.boxTitle, outcome.titles))
+                    violation = "a refused apply's message names no page: " + Utf8(done.boxTitle);
+            } else if (done.applied) {
+                violation = RecordViolation(done.record, pieces);
+                expectedChoices = done.choices;
+                lastRecord = &done.record;
+            } else {
+                violation = "Apply neither applied nor was refused";
+            }
+            if (!violation.empty())
+                report(index, violation);
         }
+        const int ran = static_cast<int>(outcome.sequences.size());
+        const bool allApplied = ran > 0 && outcome.sequences.back().applied;
+        if (outcome.stepFailed || outcome.closedByPlugin) {
+            report(first + (ran > 0 ? ran - 1 : 0), outcome.stepFailed
+                                                        ? "a step could not be carried out"
+                                                        : "a step closed the sheet");
+        } else if (allApplied && outcome.applyRefused) {
+            report(first + ran - 1, "OK after an accepted Apply was refused");
+        } else if (allApplied && lastRecord != nullptr && outcome.recordAtOk != *lastRecord) {
+            report(first + ran - 1, "OK after an accepted Apply saved another record");
+        }
+        first += ran > 0 ? ran : 1;
     }
     Out("property test: %d sequences, %d refused, %d violations\n", sequences, refused, violations);
     return true;
@@ -864,6 +892,11 @@ int Run(HostOptions opts) {
     Detail("printer     : %s (%s, driver \"%s\" %s)\n", Utf8(opts.printer).c_str(),
            info.printerReused ? "existing" : "added", Utf8(info.driverName).c_str(),
            info.driverReused ? "refreshed" : "installed");
+    const WinePortState port = opts.port == L"bidi"      ? WinePortState::kBidi
+                               : opts.port == L"no-bidi" ? WinePortState::kNotBidi
+                                                         : WinePortState::kNoMonitor;
+    if (!SetWinePortState(opts.printer, info.driverName, port, error))
+        return FailExit("set the port state", error);
     Detail("data file   : %s\n", Utf8(info.dataFile).c_str());
     Detail("port        : %s -> %s\n", Utf8(info.portName).c_str(), info.outputUnixPath.c_str());
 
@@ -947,8 +980,8 @@ int Run(HostOptions opts) {
         if (grew)
             exitCode = 5;
         int violations = 0;
-        if (opts.property > 0 &&
-            !PropertySheetTest(run, model, recordSize, opts.property, opts.seed, violations))
+        if (opts.property > 0 && !PropertySheetTest(run, model, recordSize, opts.port,
+                                                    opts.property, opts.seed, violations))
             return 2;
         if (violations > 0)
             exitCode = 7;

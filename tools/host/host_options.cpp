@@ -75,12 +75,16 @@ const wchar_t* HostUsage() {
            L"  --time-runs N    repetitions for --time (median; default 5)\n"
            L"  --soak N         opens the full sheet N times in one process and exits with 5\n"
            L"                   when an opening leaves memory, handles or GDI objects behind\n"
+           L"  --port STATE     the printer's port: none (no language monitor, the default),\n"
+           L"                   bidi (a monitor, bidirectional) or no-bidi (a monitor, not\n"
+           L"                   bidirectional)\n"
            L"  --comctl 5|6     common controls version of the process (default 6, as\n"
            L"                   applications run with their manifest)\n"
            L"  --property N     N sequences of random user steps on every page, each ended with\n"
-           L"                   OK; an accepted apply must save a record that loads and saves\n"
-           L"                   to the same bytes and reopens with the same choices; exits\n"
-           L"                   with 7 on any violation\n"
+           L"                   Apply, several per opening, each opening ended with OK; an\n"
+           L"                   accepted apply must save a record that loads and saves to the\n"
+           L"                   same bytes and reopens with the same choices; exits with 7 on\n"
+           L"                   any violation\n"
            L"  --seed S         the first sequence's seed for --property (default 1; sequence\n"
            L"                   i uses S + i)\n"
            L"  --help           this text\n"
@@ -246,6 +250,14 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             if (!value(opts.fileAnswer))
                 return false;
             sheetOption = true;
+        } else if (arg == L"--port") {
+            if (!value(text))
+                return false;
+            if (text != L"none" && text != L"bidi" && text != L"no-bidi") {
+                error = L"--port takes none, bidi or no-bidi, not \"" + text + L"\"";
+                return false;
+            }
+            opts.port = text;
         } else if (arg == L"--answer") {
             if (!value(text))
                 return false;

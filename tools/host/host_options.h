@@ -32,8 +32,9 @@ struct HostOptions {
     bool verbose = false;      // --verbose: every step of the host's work
     bool showRecord = false;   // --show-record: the saved record field by field
     bool help = false;
-    bool listModels = false;  // --list-models
-    int comctl = 6;           // --comctl 5|6: the common-controls version the process runs with
+    bool listModels = false;      // --list-models
+    int comctl = 6;               // --comctl 5|6: the common-controls version the process runs with
+    std::wstring port = L"none";  // --port none|bidi|no-bidi: the language monitor's state
 
     // The property sheet (everything below needs a sheet, so it excludes --headless).
     SheetPress press = SheetPress::kNone;  // --press ok|apply|cancel

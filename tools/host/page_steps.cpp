@@ -1,6 +1,7 @@
 // Scripted steps on the pages of an open property sheet: activation, control changes, dumps.
 #include "page_steps.h"
 
+#include <algorithm>
 #include <cwctype>
 #include <iterator>
 #include <utility>
@@ -344,9 +345,13 @@ std::vector<HWND> UsableInputs(HWND page) {
     return inputs;
 }
 
-const wchar_t* const kValidTexts[] = {L"2", L"10", L"100", L"200"};
-// What a user types: numbers inside and at the edges of every range the pages check, numbers
-// past them, text that is no number, an escape of the free buffers, a missing file, nothing.
+// What a user types into a number field that a page accepts, and into a text field (a path or
+// a free buffer's text; the picture's path is added by the stepper).
+const wchar_t* const kValidNumbers[] = {L"2", L"10", L"100", L"200"};
+const wchar_t* const kValidTexts[] = {L"ABC", L"\\x0A\\x1B"};
+// What a user types by mistake or at the edges: numbers inside and at the edges of every range
+// the pages check, numbers past them, text that is no number, an escape of the free buffers, a
+// missing file, nothing.
 const wchar_t* const kTypedTexts[] = {
     L"0",
     L"1",
@@ -376,26 +381,77 @@ const wchar_t* const kTypedTexts[] = {
     L"C:\\windows\\win.ini",
 };
 
+bool IsNumber(const std::wstring& text) {
+    size_t i = !text.empty() && text[0] == L'-' ? 1 : 0;
+    if (i == text.size())
+        return false;
+    for (; i < text.size(); ++i) {
+        if (text[i] < L'0' || text[i] > L'9')
+            return false;
+    }
+    return true;
+}
+
+bool Usable(HWND control) {
+    return control != nullptr && IsWindow(control) && IsWindowEnabled(control) &&
+           IsWindowVisible(control);
+}
+
+std::vector<HWND> EmptyEdits(HWND page) {
+    std::vector<HWND> edits;
+    for (HWND control : UsableInputs(page)) {
+        if (InputKindOf(control) == InputKind::kEdit && GetWindowTextLengthW(control) == 0)
+            edits.push_back(control);
+    }
+    return edits;
+}
+
 }  // namespace
 
-bool RunRandomAction(HWND sheet, const std::vector<std::wstring>& titles, StepRandom& random,
-                     std::wstring& error) {
+std::wstring RandomStepper::TypedText(HWND edit, StepRandom& random) const {
+    // Mostly what the field takes; now and then a boundary, a wrong text, a long one.
+    if (random.Below(8) == 0) {
+        if (random.Below(8) == 0)
+            return std::wstring(static_cast<size_t>(1 + random.Below(600)), L'7');
+        return kTypedTexts[random.Below(std::size(kTypedTexts))];
+    }
+    if (IsNumber(WindowText(edit)))
+        return kValidNumbers[random.Below(std::size(kValidNumbers))];
+    // An empty field or a text: mostly the picture's path, which every path field and a command
+    // text take, else a command text, which a path field questions.
+    if (random.Below(4) != 0 && !imageFile_.empty())
+        return imageFile_;
+    return kValidTexts[random.Below(std::size(kValidTexts))];
+}
+
+bool RandomStepper::Step(HWND sheet, const std::vector<std::wstring>& titles, StepRandom& random,
+                         std::wstring& error) {
     if (titles.size() < 2) {
         error = L"the sheet has no plug-in page";
         return false;
     }
-    const int index = 1 + random.Below(static_cast<int>(titles.size()) - 1);
-    HWND page = ActivatePage(sheet, index);
-    if (page == nullptr) {
-        error = L"page " + std::to_wstring(index) + L" did not come up";
-        return false;
-    }
-    const std::vector<HWND> inputs = UsableInputs(page);
-    if (inputs.empty())
-        return true;
-    HWND control = inputs[static_cast<size_t>(random.Below(static_cast<int>(inputs.size())))];
     PageAction action;
-    action.page = std::to_wstring(index);
+    HWND control = nullptr;
+    HWND page = nullptr;
+    if (Usable(fillNext_)) {
+        // The field the last step opened, as a user fills what they just switched on.
+        control = fillNext_;
+        page = GetParent(control);
+        action.page = std::to_wstring(PropSheet_HwndToIndex(sheet, page));
+    } else {
+        const int index = 1 + random.Below(static_cast<int>(titles.size()) - 1);
+        page = ActivatePage(sheet, index);
+        if (page == nullptr) {
+            error = L"page " + std::to_wstring(index) + L" did not come up";
+            return false;
+        }
+        const std::vector<HWND> inputs = UsableInputs(page);
+        if (inputs.empty())
+            return true;
+        control = inputs[static_cast<size_t>(random.Below(static_cast<int>(inputs.size())))];
+        action.page = std::to_wstring(index);
+    }
+    fillNext_ = nullptr;
     action.control = GetDlgCtrlID(control);
     switch (InputKindOf(control)) {
         case InputKind::kCombo: {
@@ -411,13 +467,7 @@ bool RunRandomAction(HWND sheet, const std::vector<std::wstring>& titles, StepRa
             break;
         case InputKind::kEdit:
             action.kind = PageAction::Kind::kSet;
-            // Mostly what a page accepts; now and then a boundary, a wrong text, a long one.
-            if (random.Below(4) != 0)
-                action.text = kValidTexts[random.Below(std::size(kValidTexts))];
-            else if (random.Below(8) == 0)
-                action.text = std::wstring(static_cast<size_t>(1 + random.Below(600)), L'7');
-            else
-                action.text = kTypedTexts[random.Below(std::size(kTypedTexts))];
+            action.text = TypedText(control, random);
             break;
         case InputKind::kTrackbar: {
             const int low = static_cast<int>(SendMessageW(control, TBM_GETRANGEMIN, 0, 0));
@@ -429,7 +479,18 @@ bool RunRandomAction(HWND sheet, const std::vector<std::wstring>& titles, StepRa
         case InputKind::kNone:
             return true;
     }
-    return RunPageAction(sheet, titles, action, error, !gVerbose);
+    const std::vector<HWND> emptyBefore = EmptyEdits(page);
+    if (!RunPageAction(sheet, titles, action, error, !gVerbose))
+        return false;
+    if (action.kind == PageAction::Kind::kSet || random.Below(4) == 0)
+        return true;
+    for (HWND edit : EmptyEdits(page)) {
+        if (std::find(emptyBefore.begin(), emptyBefore.end(), edit) == emptyBefore.end()) {
+            fillNext_ = edit;
+            break;
+        }
+    }
+    return true;
 }
 
 std::string PageChoices(HWND sheet, const std::vector<std::wstring>& titles) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host_options.h"
@@ -35,12 +36,23 @@ struct StepRandom {
     uint32_t Next();
     int Below(int count);  // 0 .. count-1; 0 when count <= 0
 };
-// One user step chosen at random on a plug-in page (never the driver's page 0): a list entry, a
-// check box or option button, a text typed into an edit (valid, boundary or invalid), a
-// trackbar position. Buttons that open dialogs or send jobs are never pressed. The step is
-// carried out as RunPageAction does it; false with a reason in `error`.
-bool RunRandomAction(HWND sheet, const std::vector<std::wstring>& titles, StepRandom& random,
-                     std::wstring& error);
+// User steps chosen at random on the plug-in's pages (never the driver's page 0): a list
+// entry, a check box or option button, a text typed into an edit (mostly one the field takes,
+// now and then a boundary or a wrong one), a trackbar position. Buttons that open dialogs or
+// send jobs are never pressed. A step that opens an empty field (a box that switches on a path)
+// is mostly followed by typing into it, as a user fills what they just switched on. Each step
+// is carried out as RunPageAction does it; false with a reason in `error`.
+class RandomStepper {
+  public:
+    explicit RandomStepper(std::wstring image) : imageFile_(std::move(image)) {}
+    bool Step(HWND sheet, const std::vector<std::wstring>& titles, StepRandom& random,
+              std::wstring& error);
+
+  private:
+    std::wstring TypedText(HWND edit, StepRandom& random) const;
+    std::wstring imageFile_;  // an existing picture, typed as a path
+    HWND fillNext_ = nullptr;
+};
 // What the user can see and change on the plug-in's pages (enabled, visible input controls):
 // one line per control with its selection, check, text or position.
 std::string PageChoices(HWND sheet, const std::vector<std::wstring>& titles);

@@ -102,6 +102,8 @@ class SheetHost {
     int TakeScreenshots(const std::wstring& dir, const std::vector<std::wstring>& titles);
 
     void WaitForUser();
+    void RunSequences(const std::vector<std::wstring>& titles);
+    std::vector<uint8_t> Record() const;
 
   public:
     void GiveUp();
@@ -484,20 +486,9 @@ void SheetHost::BringUp() {
             return;
         }
     }
-    if (script_.randomSteps > 0 && !outcome_.stepFailed && !outcome_.closedByPlugin) {
-        outcome_.choicesAtOpen = PageChoices(sheet_, titles);
-        StepRandom random{script_.randomSeed != 0 ? script_.randomSeed : 1};
-        for (int i = 0; i < script_.randomSteps && !outcome_.closedByPlugin; ++i) {
-            std::wstring error;
-            if (!RunRandomAction(sheet_, titles, random, error)) {
-                StepFailed("random step", error);
-                break;
-            }
-            PumpMessages(sheet_, 0);
-        }
-        if (outcome_.closedByPlugin)
-            return;
-        outcome_.choicesBeforePress = PageChoices(sheet_, titles);
+    if (!script_.sequences.empty()) {
+        RunSequences(titles);
+        return;
     }
     if (!script_.actions.empty())
         ShowApplyState("after the steps");
@@ -513,6 +504,63 @@ void SheetHost::BringUp() {
     Press(press);
     if (press != SheetPress::kCancel)
         PostMessageW(firstPage_, kMsgAfterPress, 0, 0);
+}
+
+// The sequences of --property, in this one opening: each one's steps, its choices and an Apply.
+// A refusal ends the opening with Cancel; an opening whose every Apply was accepted ends with OK.
+void SheetHost::RunSequences(const std::vector<std::wstring>& titles) {
+    if (!script_.imageFile.empty() &&
+        GetFileAttributesW(script_.imageFile.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        int width = 0, height = 0;
+        std::wstring error;
+        if (!SaveWindowPng(sheet_, script_.imageFile, width, height, error))
+            StepFailed("picture for the steps", error);
+    }
+    outcome_.choicesAtOpen = PageChoices(sheet_, titles);
+    bool stop = outcome_.stepFailed;
+    for (const SheetScript::Sequence& sequence : script_.sequences) {
+        if (stop)
+            break;
+        SequenceOutcome& done = outcome_.sequences.emplace_back();
+        StepRandom random{sequence.seed != 0 ? sequence.seed : 1};
+        RandomStepper stepper{script_.imageFile};
+        for (int i = 0; i < sequence.steps && !outcome_.closedByPlugin; ++i) {
+            std::wstring error;
+            if (!stepper.Step(sheet_, titles, random, error)) {
+                StepFailed("random step", error);
+                break;
+            }
+            PumpMessages(sheet_, 0);
+        }
+        if (outcome_.closedByPlugin || outcome_.stepFailed)
+            return;
+        done.choices = PageChoices(sheet_, titles);
+        outcome_.lastBoxTitle.clear();
+        outcome_.applyRefused = false;
+        const bool appliedBefore = outcome_.applied;
+        outcome_.applied = false;
+        Press(SheetPress::kApply);
+        done.applied = outcome_.applied;
+        done.refused = outcome_.applyRefused;
+        done.boxTitle = outcome_.lastBoxTitle;
+        outcome_.applied = outcome_.applied || appliedBefore;
+        if (done.applied)
+            done.record = Record();
+        stop = !done.applied;
+    }
+    if (stop || outcome_.stepFailed) {
+        Press(SheetPress::kCancel);
+        return;
+    }
+    Press(SheetPress::kOk);
+    outcome_.recordAtOk = Record();
+    PostMessageW(firstPage_, kMsgAfterPress, 0, 0);
+}
+
+// The settings record as the plug-in's apply leaves it in the driver's buffer.
+std::vector<uint8_t> SheetHost::Record() const {
+    const auto* bytes = static_cast<const uint8_t*>(plugin_->param->pOEMDM);
+    return std::vector<uint8_t>(bytes, bytes + plugin_->publicDM->dmDriverExtra);
 }
 
 // Removes the pictures of an earlier run first, so that a model with fewer pages leaves none of

@@ -33,9 +33,23 @@ struct SheetScript {
     bool answerYes = false;
     std::wstring fileAnswer;  // typed into the plug-in's file dialogs; empty: cancel them
     std::vector<PageAction> actions;
-    // After the actions: this many user steps chosen at random from this seed (--property).
-    int randomSteps = 0;
-    uint32_t randomSeed = 1;
+    // After the actions (--property): sequences of user steps chosen at random, each ended with
+    // Apply; after a refused apply the sheet is cancelled, after the last accepted one it gets OK.
+    struct Sequence {
+        uint32_t seed = 1;
+        int steps = 0;
+    };
+    std::vector<Sequence> sequences;
+    std::wstring imageFile;  // a picture the steps may type as a path (made when missing)
+};
+
+// What became of one random sequence.
+struct SequenceOutcome {
+    bool applied = false;         // its Apply was accepted
+    bool refused = false;         // its Apply was refused
+    std::wstring boxTitle;        // the title of the last message box answered during it
+    std::string choices;          // PageChoices before its Apply
+    std::vector<uint8_t> record;  // the record after an accepted Apply
 };
 
 // A page as the plug-in added it: its module and dialog template.
@@ -61,9 +75,11 @@ struct SheetOutcome {
     std::vector<PluginPageTemplate> pluginPages;  // in the order the plug-in added them
     bool pageNotRebuildable = false;              // a page came without a resource template
     std::wstring lastBoxTitle;                    // the title of the last message box answered
-    // With random steps: the user's choices on the plug-in's pages before the steps and
-    // before the press (PageChoices).
-    std::string choicesAtOpen, choicesBeforePress;
+    // With random sequences: the user's choices on the plug-in's pages as the sheet came up
+    // (PageChoices), each sequence's outcome, and the record after the closing OK.
+    std::string choicesAtOpen;
+    std::vector<SequenceOutcome> sequences;
+    std::vector<uint8_t> recordAtOk;
 };
 
 // Opens the sheet and returns when it is closed. `start` (QueryPerformanceCounter) is when the

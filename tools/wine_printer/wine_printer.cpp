@@ -13,6 +13,12 @@ constexpr wchar_t kPluginIni[] = L"KivUI.ini";
 constexpr wchar_t kCommonGpd[] = L"KIV_COMMON.GPD";
 // The rendering module's stand-in, so the preview buttons find a module to call.
 constexpr wchar_t kUniStandIn[] = L"KivUniStandIn.dll";
+constexpr wchar_t kDriversKey[] =
+    L"System\\CurrentControlSet\\Control\\Print\\Environments\\Windows x64\\Drivers\\Version-3\\";
+constexpr wchar_t kMonitorsKey[] = L"System\\CurrentControlSet\\Control\\Print\\Monitors\\";
+// A monitor module outside the driver's own naming, so only the driver setting judges it.
+constexpr wchar_t kLanguageMonitor[] = L"KIV Language Monitor";
+constexpr wchar_t kLanguageMonitorModule[] = L"KivLangMon.dll";
 constexpr wchar_t kPortsKey[] = L"Software\\Microsoft\\Windows NT\\CurrentVersion\\Ports";
 // Wine's spooler writes a job for a port named here into the Unix file given as the value.
 constexpr wchar_t kWineSpoolerKey[] = L"Software\\Wine\\Printing\\Spooler";
@@ -434,6 +440,53 @@ bool InstallWinePrinter(const WinePrinterSetup& setup, WinePrinterInfo& info, st
     }
     ClosePrinter(h);
     return true;
+}
+
+bool SetWinePortState(const std::wstring& printerName, const std::wstring& driverName,
+                      WinePortState state, std::wstring& error) {
+    const std::wstring driverKey = std::wstring(kDriversKey) + driverName;
+    const std::wstring monitorKey = std::wstring(kMonitorsKey) + kLanguageMonitor;
+    if (state == WinePortState::kNoMonitor) {
+        const LSTATUS rc =
+            RegDeleteKeyExW(HKEY_LOCAL_MACHINE, monitorKey.c_str(), KEY_WOW64_64KEY, 0);
+        if (rc != ERROR_SUCCESS && rc != ERROR_FILE_NOT_FOUND) {
+            error = L"cannot delete " + monitorKey + L" (" +
+                    Win32ErrorText(static_cast<DWORD>(rc)) + L")";
+            return false;
+        }
+    } else if (!SetRegString(HKEY_LOCAL_MACHINE, monitorKey.c_str(), L"Driver",
+                             kLanguageMonitorModule, error)) {
+        return false;
+    }
+    if (!SetRegString(HKEY_LOCAL_MACHINE, driverKey.c_str(), L"Monitor",
+                      state == WinePortState::kNoMonitor ? L"" : kLanguageMonitor, error))
+        return false;
+
+    HANDLE h = nullptr;
+    PRINTER_DEFAULTSW defaults = {nullptr, nullptr, PRINTER_ALL_ACCESS};
+    if (!OpenPrinterW(const_cast<LPWSTR>(printerName.c_str()), &h, &defaults)) {
+        error =
+            L"OpenPrinterW(" + printerName + L") failed (" + Win32ErrorText(GetLastError()) + L")";
+        return false;
+    }
+    DWORD needed = 0;
+    GetPrinterW(h, 2, nullptr, 0, &needed);
+    std::vector<BYTE> buf(needed ? needed : 1);
+    bool ok = needed != 0 && GetPrinterW(h, 2, buf.data(), needed, &needed);
+    if (ok) {
+        auto* pi = reinterpret_cast<PRINTER_INFO_2W*>(buf.data());
+        if (state == WinePortState::kBidi)
+            pi->Attributes |= PRINTER_ATTRIBUTE_ENABLE_BIDI;
+        else
+            pi->Attributes &= ~static_cast<DWORD>(PRINTER_ATTRIBUTE_ENABLE_BIDI);
+        pi->pSecurityDescriptor = nullptr;
+        ok = SetPrinterW(h, 2, buf.data(), 0) != FALSE;
+    }
+    if (!ok)
+        error = L"the attributes of " + printerName + L" cannot be set (" +
+                Win32ErrorText(GetLastError()) + L")";
+    ClosePrinter(h);
+    return ok;
 }
 
 bool RemoveWinePrinter(const std::wstring& printerName, std::wstring& error) {

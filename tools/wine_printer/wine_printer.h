@@ -45,6 +45,20 @@ std::wstring ModuleFolder(HMODULE module = nullptr);
 // mapping, and the printer. Idempotent. False with a one-line reason in `error`.
 bool InstallWinePrinter(const WinePrinterSetup& setup, WinePrinterInfo& info, std::wstring& error);
 
+// What stands between the printer and its port, as the plug-in's language-monitor query sees it.
+enum class WinePortState {
+    kNoMonitor,  // the driver names no language monitor
+    kBidi,       // a monitor, and the printer is bidirectional
+    kNotBidi,    // a monitor, but the printer is not bidirectional
+};
+
+// Puts the printer of `driverName` in `state`: the driver's "Monitor" value, the monitor's key
+// with its module, and the printer's PRINTER_ATTRIBUTE_ENABLE_BIDI. The monitor module does not
+// exist, so the spooler loads nothing; the plug-in judges such a module by the driver's
+// "BidiSupport" setting alone. False with a reason in `error`.
+bool SetWinePortState(const std::wstring& printerName, const std::wstring& driverName,
+                      WinePortState state, std::wstring& error);
+
 // Deletes the printer if it exists (the driver stays). False with a reason in `error`.
 bool RemoveWinePrinter(const std::wstring& printerName, std::wstring& error);
 
