@@ -45,6 +45,12 @@ char HexDigitChar(unsigned nibble) {
     return "0123456789ABCDEF"[nibble & 0xFu];
 }
 
+void AppendHexEscape(std::string& text, uint8_t byte) {
+    text += "\\x";
+    text += HexDigitChar(byte >> 4);
+    text += HexDigitChar(byte);
+}
+
 std::string UpperAscii(std::string text) {
     for (char& c : text)
         if (c >= 'a' && c <= 'z')

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdarg>
+#include <cstdint>
 #include <string>
 
 // mingw-w64 builds with __USE_MINGW_ANSI_STDIO=1, so the formatting is C99's, not msvcrt's.
@@ -22,5 +23,8 @@ std::string Format(const char* format, ...) KIV_PRINTF(1, 2);
 int HexDigitValue(char c);
 // "0123456789ABCDEF"[nibble & 0xF].
 char HexDigitChar(unsigned nibble);
+// Appends `byte` as the four characters "\xHH" (upper-case digits), the escape the command texts
+// read back and the log shows for bytes that are not text.
+void AppendHexEscape(std::string& text, uint8_t byte);
 // ASCII letters upper-cased, every other byte kept (paths and module names in the ANSI page).
 std::string UpperAscii(std::string text);

@@ -91,9 +91,7 @@ std::string CommandText(uint8_t mode, std::span<const uint8_t> bytes) {
         if (byte >= 0x20 && byte < 0x7F && !escapes) {
             text += static_cast<char>(byte);
         } else {
-            text += "\\x";
-            text += HexDigitChar(byte >> 4);
-            text += HexDigitChar(byte);
+            AppendHexEscape(text, byte);
         }
     }
     return text;

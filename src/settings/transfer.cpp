@@ -1,13 +1,13 @@
 // The settings transfers between the record and the capability object, with enforcement.
 #include <algorithm>
 #include <cstdarg>
-#include <cstdio>
 #include <cstring>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "infra/log.h"
+#include "infra/text_format.h"
 #include "settings/setting_enums.h"
 #include "settings/setting_names.h"
 #include "settings/setting_ranges.h"
@@ -105,9 +105,7 @@ std::string Printable(const std::string& text) {
     std::string shown;
     for (char c : text) {
         if (IsControl(c)) {
-            char escaped[5];
-            std::snprintf(escaped, sizeof escaped, "\\x%02X", static_cast<unsigned char>(c));
-            shown += escaped;
+            AppendHexEscape(shown, static_cast<uint8_t>(c));
         } else {
             shown += c;
         }
