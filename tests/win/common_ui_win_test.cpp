@@ -88,12 +88,9 @@ TEST_F(CommonUi, FullDocumentPass) {
     ASSERT_NE(nullptr, state);
     EXPECT_EQ(NarrowAnsi(printer), state->printerName);
     EXPECT_EQ(639, state->paperWidthDots);
-    // No printer handle: no model data text, one empty piece, the generic device.
+    // No printer handle: no model data text, the generic device.
     EXPECT_EQ("", state->oemCustomData);
-    EXPECT_EQ(1u, state->oemCustomDataList.size());
     EXPECT_NE(nullptr, state->device.get());
-    // The repair rebuilt the working copy from the model.
-    EXPECT_EQ(KIVITEM_SIGN_H, state->workOEMDev.dwSignHead1);
 
     // A pass without a public devmode keeps the paper values.
     call.param.pPublicDM = nullptr;
