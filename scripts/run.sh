@@ -77,19 +77,35 @@ if [ "${1:-}" = --gallery ]; then
   [ "$status" -eq 0 ] && [ "$failed" -eq 0 ]
   exit
 fi
-host_args=(--model "TRX418A CUT" --verbosity 7)
-headless=0
-for arg in "$@"; do [ "$arg" = --headless ] && headless=1; done
+# The defaults below only where the user's arguments do not choose, so the echoed command line
+# names each option once and says what the run does.
+given() {
+  local option=$1 arg
+  shift
+  for arg in "$@"; do [ "$arg" = "$option" ] && return 0; done
+  return 1
+}
+host_args=()
+given --model "$@" || host_args+=(--model "TRX418A CUT")
+given --verbosity "$@" || host_args+=(--verbosity 7)
 runner=()
-if [ "$headless" -eq 0 ]; then
-  host_args+=(--screenshots build/screenshots --press ok)
+if ! given --headless "$@"; then
+  given --screenshots "$@" || host_args+=(--screenshots build/screenshots)
+  given --press "$@" || host_args+=(--press ok)
   [ -n "${DISPLAY:-}" ] || runner=(xvfb-run -a -s "-screen 0 1280x1024x24")
 fi
+shown=""
+for arg in "${host_args[@]}" "$@"; do
+  case $arg in
+    *[[:space:]]* | "") shown+=" \"$arg\"" ;;
+    *) shown+=" $arg" ;;
+  esac
+done
 
 # A wineserver left from an earlier run keeps the display its desktop started with (or none);
 # start clean and leave nothing running behind, so the next user of the prefix brings its own.
 wineserver -k >/dev/null 2>&1 || true
-echo "== kivhost ${host_args[*]}${*:+ $*} (Wine's own messages: build/wine.log)"
+echo "== kivhost$shown (Wine's own messages: build/wine.log)"
 status=0
 "${runner[@]}" wine build/windows/kivhost.exe "${host_args[@]}" "$@" 2>build/wine.log || status=$?
 wineserver -k >/dev/null 2>&1 || true
