@@ -1077,7 +1077,8 @@ int wmain(int argc, wchar_t** argv) {
     HostOptions opts;
     std::wstring error;
     if (!ParseHostOptions(argc, argv, opts, error)) {
-        std::printf("kivhost: %s\n%s", Utf8(error).c_str(), Utf8(HostUsage()).c_str());
+        // The whole usage would push the one line that matters off the screen.
+        std::printf("kivhost: %s; see --help\n", Utf8(error).c_str());
         return 1;
     }
     if (opts.help) {
