@@ -18,6 +18,9 @@ if ! { cmake --preset windows && cmake --build build/windows -j2; } >build/run-b
 fi
 
 export WINEPREFIX="$PWD/build/windows/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+# Wine's desktop outlives the program by a few seconds; stopped while xvfb-run's display is still
+# there, it cannot report "X connection ... broken" when the display goes.
+wine_then_stop=(sh -c 'wine "$@"; status=$?; wineserver -k >/dev/null 2>&1; exit "$status"' wine)
 
 if [ "${1:-}" = --gallery ]; then
   [ $# -eq 1 ] || { echo "run.sh: --gallery takes no other argument" >&2; exit 2; }
@@ -107,6 +110,7 @@ done
 wineserver -k >/dev/null 2>&1 || true
 echo "== kivhost$shown (Wine's own messages: build/wine.log)"
 status=0
-"${runner[@]}" wine build/windows/kivhost.exe "${host_args[@]}" "$@" 2>build/wine.log || status=$?
+"${runner[@]}" "${wine_then_stop[@]}" build/windows/kivhost.exe "${host_args[@]}" "$@" \
+  2>build/wine.log || status=$?
 wineserver -k >/dev/null 2>&1 || true
 exit "$status"
