@@ -5,6 +5,17 @@
 #include <string>
 #include <vector>
 
+#include "host_options.h"
+
+// The paths of the command line (--devmode, --package, --screenshots, --screenshots-before,
+// --file), checked before a printer is installed or a sheet opened, so a typing mistake costs
+// nothing. One line per failure, "--option PATH: why"; empty when every path is usable.
+std::vector<std::string> CheckOptionPaths(const HostOptions& opts);
+
+// Why nothing can be written in `folder` (it cannot be created, or a file cannot be made in
+// it); empty when it can. A folder it had to create is left in place.
+std::wstring FolderUnwritable(const std::wstring& folder);
+
 // Whether `fileName` is a page picture as the host names it, "NN_<title>.png", for one of
 // `titles` (each turned into a file name by `fileNamePart`).
 bool IsPagePicture(const std::wstring& fileName, const std::vector<std::wstring>& titles,

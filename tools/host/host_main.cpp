@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "devmode_file.h"
+#include "host_checks.h"
 #include "host_driver_ui.h"
 #include "host_options.h"
 #include "driver_package.h"
@@ -859,6 +860,11 @@ int CommonControlsVersion() {
 
 int Run(HostOptions opts) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+    const std::vector<std::string> pathProblems = CheckOptionPaths(opts);
+    for (const std::string& problem : pathProblems)
+        Out("kivhost: %s\n", problem.c_str());
+    if (!pathProblems.empty())
+        return 1;
     const std::wstring exeDir = ModuleFolder();
     const std::wstring packageDir =
         opts.packageDir.empty() ? exeDir + L"\\driver" : opts.packageDir;
