@@ -914,9 +914,12 @@ int Run(HostOptions opts) {
     const ULONGLONG logStart = FileSize(LogFilePath(opts.printer));
     if (opts.lastDocument) {
         std::wstring lastDocument;
+        // The folder is the printer's configuration, not the host's: say what gets past it.
         if (!WriteLastDocument(opts.printer, model.model, lastDocument))
             return FailExit("write the last document",
-                            lastDocument + L": " + Win32ErrorText(GetLastError()));
+                            lastDocument + L": " + Win32ErrorText(GetLastError()) +
+                                L" (the print folder is PrnFolder under HKCU\\" + kConfigRoot +
+                                opts.printer + L"; --no-last-document runs without it)");
         Detail("last doc    : %s\n", Utf8(lastDocument).c_str());
     }
 
