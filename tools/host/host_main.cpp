@@ -1061,9 +1061,20 @@ int Run(HostOptions opts) {
     const std::wstring logPath = LogFilePath(opts.printer);
     const std::vector<std::string> lines = LinesAfter(logPath, logStart);
     if (lines.empty()) {
+        // A folder the plug-in cannot write in silences it whatever the verbosity says.
+        const std::wstring folder = ConfiguredFolder(opts.printer, L"LogFolder", kDefaultLogFolder);
+        const std::wstring unwritable = FolderUnwritable(folder);
+        if (!unwritable.empty()) {
+            Out("log         : none; the plug-in's log folder %s %s; the printer's LogFolder "
+                "under HKCU\\%s%s chooses it\n",
+                Utf8(folder).c_str(), Utf8(unwritable).c_str(), Utf8(kConfigRoot).c_str(),
+                Utf8(opts.printer).c_str());
+            return exitCode;
+        }
+        const std::string unixPath = UnixPathOf(logPath);
         Out("log         : %s (nothing new; the plug-in logs when LogVerbosity_UiUni is set, "
             "e.g. --verbosity 7)\n",
-            UnixPathOf(logPath).c_str());
+            unixPath.empty() ? Utf8(logPath).c_str() : unixPath.c_str());
         return exitCode;
     }
     Out("log         : %s (%zu new lines)\n", UnixPathOf(logPath).c_str(), lines.size());
