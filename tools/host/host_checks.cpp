@@ -45,6 +45,10 @@ std::wstring FileProblem(const std::wstring& path, bool written) {
     return written ? FolderUnwritable(parent) : std::wstring();
 }
 
+bool Contains(const std::string& line, const char* text) {
+    return line.find(text) != std::string::npos;
+}
+
 }  // namespace
 
 std::wstring FolderUnwritable(const std::wstring& folder) {
@@ -105,4 +109,28 @@ bool IsPagePicture(const std::wstring& fileName, const std::vector<std::wstring>
             return true;
     }
     return false;
+}
+
+std::string RecordResetReason(const std::vector<std::string>& logLines) {
+    // The plug-in's own words for the repair at the opening, which starts the pages from the
+    // model's defaults. (A record its merge did not recognise is not among them: the pages start
+    // from the incoming record all the same.)
+    static constexpr struct {
+        const char* logged;
+        const char* reason;
+    } kResets[] = {
+        {.logged = "KIVITEM_SIGN_H is different", .reason = "the record's guard words are damaged"},
+        // Also the defaults the host hands in for a devmode it could not read.
+        {.logged = "Model is different, reset STRUCT",
+         .reason = "the record names another model, or none"},
+        {.logged = "KIVITEM_VERCURRENT is different",
+         .reason = "the record has another layout version"},
+    };
+    for (const auto& reset : kResets) {
+        for (const std::string& line : logLines) {
+            if (Contains(line, reset.logged))
+                return reset.reason;
+        }
+    }
+    return {};
 }

@@ -20,3 +20,7 @@ std::wstring FolderUnwritable(const std::wstring& folder);
 // `titles` (each turned into a file name by `fileNamePart`).
 bool IsPagePicture(const std::wstring& fileName, const std::vector<std::wstring>& titles,
                    std::wstring (*fileNamePart)(const std::wstring&));
+
+// The plug-in's reason in words when, by its log lines, it threw away the settings record it was
+// handed and started from the model's defaults; empty when it kept them.
+std::string RecordResetReason(const std::vector<std::string>& logLines);

@@ -929,6 +929,8 @@ int Run(HostOptions opts) {
         CreateDirectoryW(folder.c_str(), nullptr);
         devmodeFile = folder + L"\\" + SafeFileName(opts.printer) + L".devmode";
     }
+    // Whether the plug-in is handed settings kept from an earlier run, or only its defaults.
+    const bool settingsKept = GetFileAttributesW(devmodeFile.c_str()) != INVALID_FILE_ATTRIBUTES;
 
     PluginSession s;
     PRINTER_DEFAULTSW defaults = {nullptr, nullptr, PRINTER_ACCESS_USE};
@@ -1060,6 +1062,12 @@ int Run(HostOptions opts) {
 
     const std::wstring logPath = LogFilePath(opts.printer);
     const std::vector<std::string> lines = LinesAfter(logPath, logStart);
+    // What the plug-in reports of the settings it was handed, which the summary's other lines
+    // would not show.
+    const std::string resetReason = settingsKept ? RecordResetReason(lines) : std::string();
+    if (!resetReason.empty())
+        Out("settings    : the plug-in reset the kept settings (%s) to the model's defaults: %s\n",
+            UnixPathOf(devmodeFile).c_str(), resetReason.c_str());
     if (lines.empty()) {
         // A folder the plug-in cannot write in silences it whatever the verbosity says.
         const std::wstring folder = ConfiguredFolder(opts.printer, L"LogFolder", kDefaultLogFolder);
