@@ -1,11 +1,14 @@
 // What the host checks before it opens anything, and what it reads out of the plug-in's reports.
 #include "host_checks.h"
 
+#include <algorithm>
+#include <cstring>
 #include <cwctype>
 
 #include "driver_package.h"
 #include "host_output.h"
 #include "png_capture.h"
+#include "settings/oemdev.h"
 #include "wine_printer.h"
 
 namespace {
@@ -133,4 +136,18 @@ std::string RecordResetReason(const std::vector<std::string>& logLines) {
         }
     }
     return {};
+}
+
+bool UsesGenericDevice(const std::vector<std::string>& logLines,
+                       const std::vector<uint8_t>* saved) {
+    if (saved != nullptr) {
+        OEMDEV record{};
+        std::memcpy(&record, saved->data(), std::min(saved->size(), sizeof record));
+        return record.payload.modelName[0] == '\0';
+    }
+    for (const std::string& line : logLines) {
+        if (Contains(line, "PrinterDevice <>"))
+            return true;
+    }
+    return false;
 }

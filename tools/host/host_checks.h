@@ -2,6 +2,7 @@
 // reports for the summary: kept apart from the run so each check has one home.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -24,3 +25,8 @@ bool IsPagePicture(const std::wstring& fileName, const std::vector<std::wstring>
 // The plug-in's reason in words when, by its log lines, it threw away the settings record it was
 // handed and started from the model's defaults; empty when it kept them.
 std::string RecordResetReason(const std::vector<std::string>& logLines);
+
+// Whether the plug-in found no model of its own for the printer's model text and took its
+// generic device, which offers none of the model's features: a record it saved (`saved`, null
+// when none was) carries no model name, and it logs that device under an empty name.
+bool UsesGenericDevice(const std::vector<std::string>& logLines, const std::vector<uint8_t>* saved);

@@ -1062,12 +1062,16 @@ int Run(HostOptions opts) {
 
     const std::wstring logPath = LogFilePath(opts.printer);
     const std::vector<std::string> lines = LinesAfter(logPath, logStart);
-    // What the plug-in reports of the settings it was handed, which the summary's other lines
-    // would not show.
+    // What the plug-in reports of the settings it was handed and of the model, which the
+    // summary's other lines would not show.
     const std::string resetReason = settingsKept ? RecordResetReason(lines) : std::string();
     if (!resetReason.empty())
         Out("settings    : the plug-in reset the kept settings (%s) to the model's defaults: %s\n",
             UnixPathOf(devmodeFile).c_str(), resetReason.c_str());
+    if (UsesGenericDevice(lines, save ? &record : nullptr))
+        Out("model       : the plug-in does not recognise \"%s\" and gives the printer its generic "
+            "device, which offers none of the model's features\n",
+            Utf8(model.model).c_str());
     if (lines.empty()) {
         // A folder the plug-in cannot write in silences it whatever the verbosity says.
         const std::wstring folder = ConfiguredFolder(opts.printer, L"LogFolder", kDefaultLogFolder);
