@@ -5,7 +5,8 @@
 # build/screenshots, presses OK and prints a summary: the printer, its pages, what was applied,
 # and where the screenshots, the saved devmode and the plug-in's log are. Extra arguments go to
 # kivhost (e.g. --model J7, --verbose, --show-record, --headless for no window; --help lists
-# them).
+# them). It exits with kivhost's code (--help lists them), 1 for its own bad arguments and 2
+# when the build or a model of the gallery failed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -14,7 +15,7 @@ mkdir -p build
 echo "== building the windows preset (log: build/run-build.log)"
 if ! { cmake --preset windows && cmake --build build/windows -j2; } >build/run-build.log 2>&1; then
   tail -40 build/run-build.log
-  exit 1
+  exit 2
 fi
 
 export WINEPREFIX="$PWD/build/windows/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
@@ -23,7 +24,7 @@ export WINEPREFIX="$PWD/build/windows/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDE
 wine_then_stop=(sh -c 'wine "$@"; status=$?; wineserver -k >/dev/null 2>&1; exit "$status"' wine)
 
 if [ "${1:-}" = --gallery ]; then
-  [ $# -eq 1 ] || { echo "run.sh: --gallery takes no other argument" >&2; exit 2; }
+  [ $# -eq 1 ] || { echo "run.sh: --gallery takes no other argument" >&2; exit 1; }
   bash scripts/setup.sh --gallery
   gallery=build/gallery
   rm -rf "$gallery"
@@ -65,7 +66,7 @@ if [ "${1:-}" = --gallery ]; then
   captured=$((SECONDS - started))
   folders=()
   [ -f "$gallery/folders.txt" ] && mapfile -t folders <"$gallery/folders.txt"
-  ((${#folders[@]})) || { echo "run.sh: kivhost listed no models" >&2; exit 1; }
+  ((${#folders[@]})) || { echo "run.sh: kivhost listed no models" >&2; exit 2; }
   python3 scripts/gallery.py "$gallery/index.html" "${folders[@]}" --seconds "$captured"
   # A real browser's rendering of the page, to look at.
   chromium --headless --no-sandbox --hide-scrollbars --window-size=1600,3000 \
@@ -77,8 +78,8 @@ if [ "${1:-}" = --gallery ]; then
   done
   echo "gallery: $PWD/$gallery/index.html, browser view $PWD/$gallery/check.png"
   echo "gallery: ${#folders[@]} models, $failed failed, captured in $captured s, $SECONDS s in all"
-  [ "$status" -eq 0 ] && [ "$failed" -eq 0 ]
-  exit
+  if [ "$status" -ne 0 ] || [ "$failed" -ne 0 ]; then exit 2; fi
+  exit 0
 fi
 # The defaults below only where the user's arguments do not choose, so the echoed command line
 # names each option once and says what the run does.

@@ -5,10 +5,11 @@
 // the exported class factory, IPrintOemUI, the devmode services, the common UI entry, the
 // common property sheet with the plug-in's pages, and the apply callback. It prints the
 // resulting settings record field by field and the log lines the run produced. Every failed
-// step ends the program with a message and a non-zero code: 1 bad arguments, 2 a failed step,
-// 3 a sheet script that could not be carried out or an apply the plug-in refused, 4 a --time
-// ratio over its target, 5 a --soak that found growth per opening over its limits, 7 a
-// --property sequence that broke what an apply must keep.
+// step ends the program with a message and a non-zero code, the ones --help lists: 1 a bad
+// argument, path or model name, 2 a failed step, 3 a sheet script that could not be carried out
+// or an apply the plug-in refused, 4 a --time ratio over its target, 5 a --soak that found
+// growth per opening over its limits, 6 a sheet nobody closed within --wait, 7 a --property
+// sequence that broke what an apply must keep.
 #include <fcntl.h>
 #include <io.h>
 
@@ -871,7 +872,8 @@ int Run(HostOptions opts) {
     const std::vector<PackageModel> models = ListPackageModels(packageDir);
     if (opts.listModels) {
         PrintModels(models);
-        return models.empty() ? 1 : 0;
+        // The package was checked when it was named, so an empty one is the installation's.
+        return models.empty() ? 2 : 0;
     }
     const PackageModel* found = FindModel(models, opts.model);
     if (found == nullptr) {
