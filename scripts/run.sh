@@ -5,7 +5,8 @@
 # build/screenshots, presses OK and prints a summary: the printer, its pages, what was applied,
 # and where the screenshots, the saved devmode and the plug-in's log are. Extra arguments go to
 # kivhost (e.g. --model J7, --verbose, --show-record, --headless for no window; --help lists
-# them).
+# them). It exits with kivhost's code (--help lists them), 1 for its own bad arguments and 2
+# when the build or a model of the gallery failed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -14,13 +15,16 @@ mkdir -p build
 echo "== building the windows preset (log: build/run-build.log)"
 if ! { cmake --preset windows && cmake --build build/windows -j2; } >build/run-build.log 2>&1; then
   tail -40 build/run-build.log
-  exit 1
+  exit 2
 fi
 
 export WINEPREFIX="$PWD/build/windows/wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+# Wine's desktop outlives the program by a few seconds; stopped while xvfb-run's display is still
+# there, it cannot report "X connection ... broken" when the display goes.
+wine_then_stop=(sh -c 'wine "$@"; status=$?; wineserver -k >/dev/null 2>&1; exit "$status"' wine)
 
 if [ "${1:-}" = --gallery ]; then
-  [ $# -eq 1 ] || { echo "run.sh: --gallery takes no other argument" >&2; exit 2; }
+  [ $# -eq 1 ] || { echo "run.sh: --gallery takes no other argument" >&2; exit 1; }
   bash scripts/setup.sh --gallery
   gallery=build/gallery
   rm -rf "$gallery"
@@ -62,7 +66,7 @@ if [ "${1:-}" = --gallery ]; then
   captured=$((SECONDS - started))
   folders=()
   [ -f "$gallery/folders.txt" ] && mapfile -t folders <"$gallery/folders.txt"
-  ((${#folders[@]})) || { echo "run.sh: kivhost listed no models" >&2; exit 1; }
+  ((${#folders[@]})) || { echo "run.sh: kivhost listed no models" >&2; exit 2; }
   python3 scripts/gallery.py "$gallery/index.html" "${folders[@]}" --seconds "$captured"
   # A real browser's rendering of the page, to look at.
   chromium --headless --no-sandbox --hide-scrollbars --window-size=1600,3000 \
@@ -74,23 +78,40 @@ if [ "${1:-}" = --gallery ]; then
   done
   echo "gallery: $PWD/$gallery/index.html, browser view $PWD/$gallery/check.png"
   echo "gallery: ${#folders[@]} models, $failed failed, captured in $captured s, $SECONDS s in all"
-  [ "$status" -eq 0 ] && [ "$failed" -eq 0 ]
-  exit
+  if [ "$status" -ne 0 ] || [ "$failed" -ne 0 ]; then exit 2; fi
+  exit 0
 fi
-host_args=(--model "TRX418A CUT" --verbosity 7)
-headless=0
-for arg in "$@"; do [ "$arg" = --headless ] && headless=1; done
+# The defaults below only where the user's arguments do not choose, so the echoed command line
+# names each option once and says what the run does.
+given() {
+  local option=$1 arg
+  shift
+  for arg in "$@"; do [ "$arg" = "$option" ] && return 0; done
+  return 1
+}
+host_args=()
+given --model "$@" || host_args+=(--model "TRX418A CUT")
+given --verbosity "$@" || host_args+=(--verbosity 7)
 runner=()
-if [ "$headless" -eq 0 ]; then
-  host_args+=(--screenshots build/screenshots --press ok)
+if ! given --headless "$@"; then
+  given --screenshots "$@" || host_args+=(--screenshots build/screenshots)
+  given --press "$@" || host_args+=(--press ok)
   [ -n "${DISPLAY:-}" ] || runner=(xvfb-run -a -s "-screen 0 1280x1024x24")
 fi
+shown=""
+for arg in "${host_args[@]}" "$@"; do
+  case $arg in
+    *[[:space:]]* | "") shown+=" \"$arg\"" ;;
+    *) shown+=" $arg" ;;
+  esac
+done
 
 # A wineserver left from an earlier run keeps the display its desktop started with (or none);
 # start clean and leave nothing running behind, so the next user of the prefix brings its own.
 wineserver -k >/dev/null 2>&1 || true
-echo "== kivhost ${host_args[*]}${*:+ $*} (Wine's own messages: build/wine.log)"
+echo "== kivhost$shown (Wine's own messages: build/wine.log)"
 status=0
-"${runner[@]}" wine build/windows/kivhost.exe "${host_args[@]}" "$@" 2>build/wine.log || status=$?
+"${runner[@]}" "${wine_then_stop[@]}" build/windows/kivhost.exe "${host_args[@]}" "$@" \
+  2>build/wine.log || status=$?
 wineserver -k >/dev/null 2>&1 || true
 exit "$status"

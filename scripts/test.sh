@@ -103,8 +103,11 @@ if build windows; then
   wineserver -k >/dev/null 2>&1
   runner=()
   [ -n "${DISPLAY:-}" ] || runner=(xvfb-run -a -s "-screen 0 1280x1024x24")
-  timeout 1500 "${runner[@]}" wine build/windows/kiv_win_tests.exe --gtest_brief=1 \
-    >build/windows-tests.log 2>&1
+  # Wine's desktop outlives each program by a few seconds; stopped while xvfb-run's display is
+  # still there, it cannot report "X connection ... broken" when the display goes.
+  wine_then_stop=(sh -c 'wine "$@"; status=$?; wineserver -k >/dev/null 2>&1; exit "$status"' wine)
+  timeout 1500 "${runner[@]}" "${wine_then_stop[@]}" build/windows/kiv_win_tests.exe \
+    --gtest_brief=1 >build/windows-tests.log 2>&1
   tally_gtest windows build/windows-tests.log $?
   grep -aE '^\[  (PASSED|FAILED) ' build/windows-tests.log
   wineserver -k >/dev/null 2>&1
@@ -112,8 +115,8 @@ if build windows; then
   # dialog templates) fill nothing, so Wine's cost per control window is on both sides. kivhost
   # exits 4 when the ratio is over its 1.3 target: that is printed, not failed; a run that could
   # not measure is a failure.
-  timeout 600 "${runner[@]}" wine build/windows/kivhost.exe --time --time-runs 7 --press cancel \
-    --log-lines 0 >build/sheet-time.log 2>&1
+  timeout 600 "${runner[@]}" "${wine_then_stop[@]}" build/windows/kivhost.exe --time --time-runs 7 \
+    --press cancel --log-lines 0 >build/sheet-time.log 2>&1
   rc=$?
   grep -a 'ratio:' build/sheet-time.log
   if [ "$rc" -eq 0 ] || [ "$rc" -eq 4 ]; then
@@ -126,8 +129,9 @@ if build windows; then
   # applications run) and 5: what each opening leaves behind (heap bytes, handles, GDI objects)
   # is printed; kivhost exits 5 when it is over 32 KB of heap or any handle or GDI object.
   for comctl in 6 5; do
-    timeout 600 "${runner[@]}" wine build/windows/kivhost.exe --comctl "$comctl" \
-      --model ZLD90VII --soak 30 --press cancel --log-lines 0 >"build/sheet-soak-$comctl.log" 2>&1
+    timeout 600 "${runner[@]}" "${wine_then_stop[@]}" build/windows/kivhost.exe \
+      --comctl "$comctl" --model ZLD90VII --soak 30 --press cancel --log-lines 0 \
+      >"build/sheet-soak-$comctl.log" 2>&1
     rc=$?
     grep -a '^soak:' "build/sheet-soak-$comctl.log" | sed "s/^soak:/soak (common controls $comctl):/"
     if [ "$rc" -eq 0 ]; then
@@ -153,9 +157,9 @@ if build windows; then
   seed=1000
   for port in bidi no-bidi none; do
     for model in J7 ZLD90VII TRX430ATF "TRX418A CUT"; do
-      timeout 120 "${runner[@]}" wine build/windows/kivhost.exe --model "$model" --port "$port" \
-        --printer "KIV PROPERTY $model" --property 42 --seed "$seed" --log-lines 0 \
-        >>build/sheet-property.log 2>&1 || rc=$?
+      timeout 120 "${runner[@]}" "${wine_then_stop[@]}" build/windows/kivhost.exe \
+        --model "$model" --port "$port" --printer "KIV PROPERTY $model" --property 42 \
+        --seed "$seed" --log-lines 0 >>build/sheet-property.log 2>&1 || rc=$?
       wineserver -k >/dev/null 2>&1
     done
     seed=$((seed + 1000))

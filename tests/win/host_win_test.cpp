@@ -30,7 +30,9 @@ TEST_F(HostWin, DamagedDevmodeFileFallsBackToTheModelDefaults) {
 
     const HostRun run = Run(printer, L"TRX418A NOCUT");
     ASSERT_EQ(0u, run.exitCode) << run.output;
-    EXPECT_TRUE(Contains(run.output, "damaged")) << run.output;
+    EXPECT_TRUE(Contains(run.output, "damaged") &&
+                Contains(run.output, "settings    : the plug-in reset the kept settings"))
+        << run.output;
     EXPECT_EQ("PRN_PROP_CUTTER_TEAROFF_END_PAGE (0x10)", Field(run.output, "cutMode"));
     // The host wrote a whole devmode again.
     EXPECT_EQ(bytes.size(), ReadFileText(DevmodePath(printer)).size());
@@ -50,17 +52,20 @@ TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {
     EXPECT_TRUE(Contains(quiet.output, "capabilities: cash drawer, density, quality, cutter"));
     EXPECT_FALSE(Contains(quiet.output, "DevMode") || Contains(quiet.output, "\r")) << quiet.output;
 
-    // Bad options are refused before anything is installed.
+    // Bad options and paths are refused before anything is installed, each in one line.
     struct Case {
         const wchar_t* args;
         const char* message;
     };
-    for (const Case& c : {Case{L"--headless --press ok", "--headless opens no sheet"},
-                          Case{L"--set 1067=5 --press ok", "--set needs a --page"},
-                          Case{L"--page 2 --trackbar 1027=high", "ID=NUMBER"}}) {
+    for (const Case& c :
+         {Case{L"--headless --press ok", "--headless opens no sheet"},
+          Case{L"--set 1067=5 --press ok", "--set needs a --page"},
+          Case{L"--page 2 --trackbar 1027=high", "ID=NUMBER"},
+          Case{L"--devmode C:\\no\\such\\x.dm", "--devmode \"C:\\no\\such\\x.dm\": its folder"}}) {
         SCOPED_TRACE(Narrow(c.args));
         const HostRun run = RunHost(c.args);
         EXPECT_EQ(1u, run.exitCode);
+        EXPECT_EQ(1u, Lines(run.output).size()) << run.output;
         EXPECT_TRUE(Contains(run.output, c.message)) << run.output;
     }
 }

@@ -114,9 +114,20 @@ TEST_F(SheetWin, OpeningEveryPageLeavesApplyDisabledAndAChangeLightsIt) {
     for (const wchar_t* model : {L"ZLD90VII", L"WR35VIIEJ"}) {
         SCOPED_TRACE(Narrow(model));
         const std::wstring printer = NewPrinter(model);
+        // A page picture of an earlier run goes; the user's own file stays.
+        const std::wstring shots = dir_ + L"\\shots_" + model;
+        std::filesystem::create_directories(shots);
+        for (const wchar_t* name : {L"\\13_Admin.png", L"\\01_holiday.png"})
+            std::ofstream((shots + name).c_str()) << "x";
         const HostRun run =
-            Sheet(printer, model, L"--dump-controls --page Print --trackbar 1027=0 --press cancel");
+            Sheet(printer, model,
+                  L"--screenshots \"" + shots +
+                      L"\" --dump-controls --page Print --trackbar 1027=0 --press cancel");
         ASSERT_EQ(0u, run.exitCode) << run.output;
+        EXPECT_EQ(model[0] == L'W', Contains(run.output, "does not recognise")) << run.output;
+        EXPECT_EQ("", ReadFileText(shots + L"\\13_Admin.png"));
+        EXPECT_EQ("x", ReadFileText(shots + L"\\01_holiday.png"));
+        EXPECT_EQ(0u, ReadFileText(shots + L"\\01_Print.png").rfind("\x89PNG\r\n", 0));
 
         // Every page the plug-in registered is in the sheet and was opened.
         const std::vector<std::string> titles = PageTitles(run.output);

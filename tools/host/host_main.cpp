@@ -5,10 +5,11 @@
 // the exported class factory, IPrintOemUI, the devmode services, the common UI entry, the
 // common property sheet with the plug-in's pages, and the apply callback. It prints the
 // resulting settings record field by field and the log lines the run produced. Every failed
-// step ends the program with a message and a non-zero code: 1 bad arguments, 2 a failed step,
-// 3 a sheet script that could not be carried out or an apply the plug-in refused, 4 a --time
-// ratio over its target, 5 a --soak that found growth per opening over its limits, 7 a
-// --property sequence that broke what an apply must keep.
+// step ends the program with a message and a non-zero code, the ones --help lists: 1 a bad
+// argument, path or model name, 2 a failed step, 3 a sheet script that could not be carried out
+// or an apply the plug-in refused, 4 a --time ratio over its target, 5 a --soak that found
+// growth per opening over its limits, 6 a sheet nobody closed within --wait, 7 a --property
+// sequence that broke what an apply must keep.
 #include <fcntl.h>
 #include <io.h>
 
@@ -20,6 +21,7 @@
 #include <vector>
 
 #include "devmode_file.h"
+#include "host_checks.h"
 #include "host_driver_ui.h"
 #include "host_options.h"
 #include "driver_package.h"
@@ -859,13 +861,19 @@ int CommonControlsVersion() {
 
 int Run(HostOptions opts) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+    const std::vector<std::string> pathProblems = CheckOptionPaths(opts);
+    for (const std::string& problem : pathProblems)
+        Out("kivhost: %s\n", problem.c_str());
+    if (!pathProblems.empty())
+        return 1;
     const std::wstring exeDir = ModuleFolder();
     const std::wstring packageDir =
         opts.packageDir.empty() ? exeDir + L"\\driver" : opts.packageDir;
     const std::vector<PackageModel> models = ListPackageModels(packageDir);
     if (opts.listModels) {
         PrintModels(models);
-        return models.empty() ? 1 : 0;
+        // The package was checked when it was named, so an empty one is the installation's.
+        return models.empty() ? 2 : 0;
     }
     const PackageModel* found = FindModel(models, opts.model);
     if (found == nullptr) {
@@ -908,9 +916,12 @@ int Run(HostOptions opts) {
     const ULONGLONG logStart = FileSize(LogFilePath(opts.printer));
     if (opts.lastDocument) {
         std::wstring lastDocument;
+        // The folder is the printer's configuration, not the host's: say what gets past it.
         if (!WriteLastDocument(opts.printer, model.model, lastDocument))
             return FailExit("write the last document",
-                            lastDocument + L": " + Win32ErrorText(GetLastError()));
+                            lastDocument + L": " + Win32ErrorText(GetLastError()) +
+                                L" (the print folder is PrnFolder under HKCU\\" + kConfigRoot +
+                                opts.printer + L"; --no-last-document runs without it)");
         Detail("last doc    : %s\n", Utf8(lastDocument).c_str());
     }
 
@@ -920,6 +931,8 @@ int Run(HostOptions opts) {
         CreateDirectoryW(folder.c_str(), nullptr);
         devmodeFile = folder + L"\\" + SafeFileName(opts.printer) + L".devmode";
     }
+    // Whether the plug-in is handed settings kept from an earlier run, or only its defaults.
+    const bool settingsKept = GetFileAttributesW(devmodeFile.c_str()) != INVALID_FILE_ATTRIBUTES;
 
     PluginSession s;
     PRINTER_DEFAULTSW defaults = {nullptr, nullptr, PRINTER_ACCESS_USE};
@@ -1051,10 +1064,31 @@ int Run(HostOptions opts) {
 
     const std::wstring logPath = LogFilePath(opts.printer);
     const std::vector<std::string> lines = LinesAfter(logPath, logStart);
+    // What the plug-in reports of the settings it was handed and of the model, which the
+    // summary's other lines would not show.
+    const std::string resetReason = settingsKept ? RecordResetReason(lines) : std::string();
+    if (!resetReason.empty())
+        Out("settings    : the plug-in reset the kept settings (%s) to the model's defaults: %s\n",
+            UnixPathOf(devmodeFile).c_str(), resetReason.c_str());
+    if (UsesGenericDevice(lines, save ? &record : nullptr))
+        Out("model       : the plug-in does not recognise \"%s\" and gives the printer its generic "
+            "device, which offers none of the model's features\n",
+            Utf8(model.model).c_str());
     if (lines.empty()) {
+        // A folder the plug-in cannot write in silences it whatever the verbosity says.
+        const std::wstring folder = ConfiguredFolder(opts.printer, L"LogFolder", kDefaultLogFolder);
+        const std::wstring unwritable = FolderUnwritable(folder);
+        if (!unwritable.empty()) {
+            Out("log         : none; the plug-in's log folder %s %s; the printer's LogFolder "
+                "under HKCU\\%s%s chooses it\n",
+                Utf8(folder).c_str(), Utf8(unwritable).c_str(), Utf8(kConfigRoot).c_str(),
+                Utf8(opts.printer).c_str());
+            return exitCode;
+        }
+        const std::string unixPath = UnixPathOf(logPath);
         Out("log         : %s (nothing new; the plug-in logs when LogVerbosity_UiUni is set, "
             "e.g. --verbosity 7)\n",
-            UnixPathOf(logPath).c_str());
+            unixPath.empty() ? Utf8(logPath).c_str() : unixPath.c_str());
         return exitCode;
     }
     Out("log         : %s (%zu new lines)\n", UnixPathOf(logPath).c_str(), lines.size());
@@ -1077,7 +1111,8 @@ int wmain(int argc, wchar_t** argv) {
     HostOptions opts;
     std::wstring error;
     if (!ParseHostOptions(argc, argv, opts, error)) {
-        std::printf("kivhost: %s\n%s", Utf8(error).c_str(), Utf8(HostUsage()).c_str());
+        // The whole usage would push the one line that matters off the screen.
+        std::printf("kivhost: %s; see --help\n", Utf8(error).c_str());
         return 1;
     }
     if (opts.help) {

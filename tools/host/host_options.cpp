@@ -88,9 +88,9 @@ const wchar_t* HostUsage() {
            L"  --seed S         the first sequence's seed for --property (default 1; sequence\n"
            L"                   i uses S + i)\n"
            L"  --help           this text\n"
-           L"  Exit codes: 1 bad arguments, 2 a failed step, 3 a script step or apply that\n"
-           L"  could not be done, 4 --time over target, 5 --soak growth, 6 nobody closed the\n"
-           L"  sheet in time, 7 a --property violation.\n";
+           L"  Exit codes: 1 a bad argument, path or model name, 2 a failed step, 3 a script\n"
+           L"  step or apply that could not be done, 4 --time over target, 5 --soak growth,\n"
+           L"  6 nobody closed the sheet in time, 7 a --property violation.\n";
 }
 
 bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,

@@ -8,10 +8,13 @@
 #include "sheet_host.h"
 
 #include <cstdio>
+#include <cstring>
 
+#include "host_checks.h"
 #include "host_output.h"
 #include "host_resource.h"
 #include "page_steps.h"
+#include "pages/page_catalog.h"
 #include "png_capture.h"
 
 #include <dlgs.h>  // the common file dialogs' control ids
@@ -564,18 +567,23 @@ std::vector<uint8_t> SheetHost::Record() const {
 }
 
 // Removes the pictures of an earlier run first, so that a model with fewer pages leaves none of
-// another model's behind. The number of pictures taken.
+// another model's behind; only names the host gives a page's picture go, any page of any model,
+// so the user's own files in the folder stay. The number of pictures taken.
 int SheetHost::TakeScreenshots(const std::wstring& dir, const std::vector<std::wstring>& titles) {
     std::wstring error;
     if (!MakeDirectories(dir, error)) {
         StepFailed("screenshots", error);
         return 0;
     }
+    std::vector<std::wstring> anyPage = titles;
+    for (const PageCatalogRow& row : kPageCatalog)
+        anyPage.push_back(std::wstring(row.title, row.title + std::strlen(row.title)));
     WIN32_FIND_DATAW found;
     HANDLE old = FindFirstFileW((dir + L"\\??_*.png").c_str(), &found);
     if (old != INVALID_HANDLE_VALUE) {
         do {
-            DeleteFileW((dir + L"\\" + found.cFileName).c_str());
+            if (IsPagePicture(found.cFileName, anyPage, FileNamePart))
+                DeleteFileW((dir + L"\\" + found.cFileName).c_str());
         } while (FindNextFileW(old, &found));
         FindClose(old);
     }
