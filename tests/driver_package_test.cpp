@@ -14,7 +14,7 @@
 #include "entry/common_ui.h"
 #include "entry/gpd_reader.h"
 #include "settings/device_factory.h"
-#include "support/memory_gpd_files.h"
+#include "support/memory_files.h"
 #include "support/text_lines.h"
 
 namespace {
@@ -22,8 +22,8 @@ namespace {
 namespace fs = std::filesystem;
 
 // The package's files by their bare names, as the driver folder serves them on Windows.
-MemoryGpdFiles PackageFiles() {
-    MemoryGpdFiles package;
+MemoryFiles PackageFiles() {
+    MemoryFiles package;
     // The data folder need not exist, so the path is normalised as text, not by the file system.
     const fs::path folder = fs::path(KIV_TEST_DATA_DIR "/../../driver").lexically_normal();
     for (const auto& entry : fs::directory_iterator(folder)) {
@@ -51,7 +51,7 @@ std::string GpdOf(std::string model) {
 // entries Unidrv wants: *GPDSpecVersion first (before any comment), its names, the standard
 // features (paper sizes per model, the rest from the shared file).
 TEST(DriverPackage, EveryModelGpdYieldsItsModelTextAndTheRootEntries) {
-    MemoryGpdFiles package = PackageFiles();
+    MemoryFiles package = PackageFiles();
     const std::vector<std::string> common = Lines(package.files["KIV_COMMON.GPD"]);
     for (const char* model : kModels) {
         const std::string gpd = GpdOf(model);
@@ -99,7 +99,7 @@ std::map<std::string, std::vector<std::string>> InfSections(const std::string& t
 }
 
 TEST(DriverPackage, InfAndPluginIniNameEveryGpdAndThePlugin) {
-    MemoryGpdFiles package = PackageFiles();
+    MemoryFiles package = PackageFiles();
     const std::string& text = package.files["KivUI.inf"];
     auto sections = InfSections(text);
     std::set<std::string> sourceFiles, gpds;
