@@ -130,14 +130,17 @@ TEST(OemDevMerge, GuardsDecideWhetherTheBodyIsKept) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        OEMDEV in, out, reset;
+        OEMDEV in, out, reset, kept;
         SetOEMDevDefault(in);
         std::memset(&in.payload, 0x42, sizeof in.payload);
         c.damage(in);
         SetOEMDevDefault(out);
         SetOEMDevDefault(reset);
         uint32_t cb = sizeof out;
-        ASSERT_EQ(kHrOk, hrOEMDevMode(OEMDM_MERGE, {true, Bytes(in), sizeof in, &out, &cb}).hr);
+        ASSERT_EQ(kHrOk,
+                  hrOEMDevMode(OEMDM_MERGE, {true, Bytes(in), sizeof in, &out, &cb, &kept}).hr);
+        // The incoming record is kept for the next opening, whatever the guards decide.
+        EXPECT_EQ(0, std::memcmp(&kept, &in, sizeof in));
         if (c.keepsBody) {
             EXPECT_EQ(0, std::memcmp(&in.payload, &out.payload, sizeof in.payload));
             EXPECT_EQ(1u, +out.dwVerCurrent);

@@ -103,6 +103,7 @@ TEST(PresentationRules, ViewOfAStoredSetting) {
 
 TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
     auto device = CreateUiDevice("ZLD40PRESENTER", "", "", "");  // modes 10 40 60
+    auto noPresenter = CreateUiDevice("J7", "", "", "");
     const std::string kEmpty = "The Page to Page timeout value is empty";
     const std::string kOver = "The Page to Page timeout value is over the max";
     const std::string kLength = "The Presentation measure must be a value between 0 and 255";
@@ -138,6 +139,8 @@ TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
         const auto failure = ValidatePresentationControls(*device, c.port, controls);
         EXPECT_EQ(failure ? failure->message : "", c.message);
         EXPECT_EQ(failure ? failure->logLine : "", c.logLine);
+        // A model without a presenter has nothing to refuse.
+        EXPECT_FALSE(ValidatePresentationControls(*noPresenter, c.port, controls));
     }
 }
 

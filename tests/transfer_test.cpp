@@ -217,6 +217,12 @@ TEST(TransferTest, LoadingMapsWhatTheModelDoesNotOffer) {
              p.watermarkVHPosition = 0x33;
          },
          " VH Position <NOID> not offered, forced to <WK_TOPLEFT>"},
+        {"an offset past its range", "J7",
+         [](OemDevPayload& p) {
+             p.offsetX = -1001;
+             p.offsetY = 5;
+         },
+         " Offset <X:-1001 Y:5> not offered, forced to <X:0 Y:5>"},
         {"values at the ends of their ranges", "J7",
          [](OemDevPayload& p) {
              p.offsetX = -1000;
