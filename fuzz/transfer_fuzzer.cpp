@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,8 +14,7 @@
 #include "pages/peripherals_rules.h"
 #include "pages/presentation_rules.h"
 #include "pages/print_adjust_rules.h"
-#include "settings/device_factory.h"
-#include "settings/models/ui_device_models.h"
+#include "package_models.h"
 
 namespace {
 
@@ -135,17 +135,13 @@ void CheckLoaded(const UiDeviceCommon& d, const UiDeviceCommon& fresh) {
     Require(!ValidatePrintAdjustControls(MakePrintAdjustView(d).controls), "offsets", model);
 }
 
-const char* const kModels[] = {"J7",         "TRX415A", "TRX418A CUT",    "TRX418A NOCUT",
-                               "TRX430ATF",  "TRX430A", "VORTA5X",        "N5",
-                               "HB5820A-EJ", "HB5820A", "HB5840A",        "WR35VII",
-                               "WR55VII",    "ZLD40",   "ZLD40PRESENTER", "ZLD90VII",
-                               "WR35VIIEJ",  nullptr};  // the last: the EJ class made directly
-constexpr size_t kModelCount = sizeof kModels / sizeof kModels[0];
+// The package's models, then the generic device (a name the factory does not know).
+constexpr size_t kModelCount = std::size(kPackageModels) + 1;
 
 std::unique_ptr<UiDeviceCommon> MakeDevice(size_t index) {
-    if (kModels[index] == nullptr)
-        return std::make_unique<UiDeviceWR35EJ>("second", "third", "fourth");
-    return CreateUiDevice(kModels[index], "second", "third", "fourth");
+    if (index == std::size(kPackageModels))
+        return CreateUiDevice("WR35VIIEJ", "second", "third", "fourth");
+    return MakePackageModel(kPackageModels[index]);
 }
 
 }  // namespace

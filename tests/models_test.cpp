@@ -9,26 +9,12 @@
 #include <vector>
 
 #include "golden_file.h"
+#include "package_models.h"
 #include "settings/device_factory.h"
-#include "settings/models/ui_device_models.h"
 #include "settings/record_dump.h"
 #include "settings/setting_names.h"
 
 namespace {
-
-const char* const kModelNames[] = {
-    "J7",      "TRX415A", "TRX418A CUT", "TRX418A NOCUT",  "TRX430ATF", "TRX430A",
-    "VORTA5X", "N5",      "HB5820A-EJ",  "HB5820A",        "HB5840A",   "WR35VIIEJ",
-    "WR35VII", "WR55VII", "ZLD40",       "ZLD40PRESENTER", "ZLD90VII",
-};
-
-std::unique_ptr<UiDeviceCommon> Build(const std::string& name) {
-    // WR35VIIEJ has a class but no factory branch; build it directly.
-    if (name == "WR35VIIEJ") {
-        return std::make_unique<UiDeviceWR35EJ>("second", "third", "fourth");
-    }
-    return CreateUiDevice(name, "second", "third", "fourth");
-}
 
 // The record lines in which `payload` differs from `base` (by default a cleared record).
 std::string PayloadLines(const OemDevPayload& payload, const OemDevPayload& base = {}) {
@@ -66,9 +52,9 @@ std::string ListLine(const char* what, const std::vector<T>& values, Name name) 
 // as a changed line.
 TEST(ModelsTest, EachModelMatchesTheExpectedFile) {
     std::string text;
-    for (const char* name : kModelNames) {
+    for (const char* name : kPackageModels) {
         SCOPED_TRACE(name);
-        std::unique_ptr<UiDeviceCommon> d = Build(name);
+        std::unique_ptr<UiDeviceCommon> d = MakePackageModel(name);
         ASSERT_NE(d, nullptr);
         EXPECT_EQ(d->GetModelName(), name);
         std::string flags;
@@ -86,7 +72,7 @@ TEST(ModelsTest, EachModelMatchesTheExpectedFile) {
         text += " start record\n" + PayloadLines(start);
         // A reset starts from what the export writes, where the untouched object may not.
         OemDevPayload reset{};
-        Build(name)->FillOEMDEVWithDeviceValues(reset, 1);
+        MakePackageModel(name)->FillOEMDEVWithDeviceValues(reset, 1);
         text += " reset record, where it differs\n" + PayloadLines(reset, start);
         text += " lists\n" + ListLine("density", d->GetDensityList(), DensityName) +
                 ListLine("quality", d->GetQualityList(), QualityName) +
