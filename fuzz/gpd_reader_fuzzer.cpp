@@ -4,13 +4,13 @@
 #include <cstdlib>
 #include <string>
 
-#include "../tests/support/memory_gpd_files.h"
+#include "../tests/support/memory_files.h"
 #include "entry/gpd_reader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string input(reinterpret_cast<const char*>(data), size);
     // Cut at every "\n@@\n" into files 0.gpd, 1.gpd, ... that may include one another.
-    MemoryGpdFiles source;
+    MemoryFiles source;
     size_t start = 0;
     for (int index = 0; start <= input.size() && index < 16; ++index) {
         size_t end = input.find("\n@@\n", start);

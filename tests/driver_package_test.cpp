@@ -14,7 +14,8 @@
 #include "entry/common_ui.h"
 #include "entry/gpd_reader.h"
 #include "settings/device_factory.h"
-#include "support/memory_gpd_files.h"
+#include "support/memory_files.h"
+#include "support/package_models.h"
 #include "support/text_lines.h"
 
 namespace {
@@ -22,8 +23,8 @@ namespace {
 namespace fs = std::filesystem;
 
 // The package's files by their bare names, as the driver folder serves them on Windows.
-MemoryGpdFiles PackageFiles() {
-    MemoryGpdFiles package;
+MemoryFiles PackageFiles() {
+    MemoryFiles package;
     // The data folder need not exist, so the path is normalised as text, not by the file system.
     const fs::path folder = fs::path(KIV_TEST_DATA_DIR "/../../driver").lexically_normal();
     for (const auto& entry : fs::directory_iterator(folder)) {
@@ -34,14 +35,7 @@ MemoryGpdFiles PackageFiles() {
     return package;
 }
 
-// The factory's sixteen names and the model it has a class for but never builds, in the INF's
-// order; each has KIV_<name>.GPD with blanks as underscores.
-const char* const kModels[] = {
-    "VORTA5X",       "J7",      "ZLD90VII",       "N5",         "TRX415A",   "TRX418A CUT",
-    "TRX418A NOCUT", "HB5840A", "HB5820A",        "HB5820A-EJ", "WR35VII",   "WR55VII",
-    "TRX430A",       "ZLD40",   "ZLD40PRESENTER", "TRX430ATF",  "WR35VIIEJ",
-};
-
+// Each model has KIV_<name>.GPD with blanks as underscores.
 std::string GpdOf(std::string model) {
     std::replace(model.begin(), model.end(), ' ', '_');
     return "KIV_" + model + ".GPD";
@@ -51,9 +45,9 @@ std::string GpdOf(std::string model) {
 // entries Unidrv wants: *GPDSpecVersion first (before any comment), its names, the standard
 // features (paper sizes per model, the rest from the shared file).
 TEST(DriverPackage, EveryModelGpdYieldsItsModelTextAndTheRootEntries) {
-    MemoryGpdFiles package = PackageFiles();
+    MemoryFiles package = PackageFiles();
     const std::vector<std::string> common = Lines(package.files["KIV_COMMON.GPD"]);
-    for (const char* model : kModels) {
+    for (const char* model : kPackageModels) {
         const std::string gpd = GpdOf(model);
         SCOPED_TRACE(gpd);
         const GpdReadResult r = ReadGpdOEMCustomData(package, gpd);
@@ -99,7 +93,7 @@ std::map<std::string, std::vector<std::string>> InfSections(const std::string& t
 }
 
 TEST(DriverPackage, InfAndPluginIniNameEveryGpdAndThePlugin) {
-    MemoryGpdFiles package = PackageFiles();
+    MemoryFiles package = PackageFiles();
     const std::string& text = package.files["KivUI.inf"];
     auto sections = InfSections(text);
     std::set<std::string> sourceFiles, gpds;
@@ -116,7 +110,8 @@ TEST(DriverPackage, InfAndPluginIniNameEveryGpdAndThePlugin) {
         if (fs::path(name).extension() == ".GPD")
             gpds.insert(name);
     }
-    EXPECT_EQ(std::size(kModels) + 1, gpds.size()) << "one GPD per model plus the shared one";
+    EXPECT_EQ(std::size(kPackageModels) + 1, gpds.size())
+        << "one GPD per model plus the shared one";
     for (const std::string& gpd : gpds)
         EXPECT_TRUE(sourceFiles.count(gpd)) << gpd;
     const std::vector<std::string>& shared = sections["KIV_FILES"];
@@ -126,15 +121,17 @@ TEST(DriverPackage, InfAndPluginIniNameEveryGpdAndThePlugin) {
     }
 
     const std::vector<std::string>& models = sections["Orvane.NTamd64"];
-    ASSERT_EQ(std::size(kModels), models.size());
+    ASSERT_EQ(std::size(kPackageModels), models.size());
     std::sort(dataFiles.begin(), dataFiles.end());
-    for (size_t i = 0; i < std::size(kModels); ++i) {
-        SCOPED_TRACE(kModels[i]);
+    for (size_t i = 0; i < std::size(kPackageModels); ++i) {
+        SCOPED_TRACE(kPackageModels[i]);
         // The INF's model name is the GPD's *ModelName, which the spooler matches.
-        EXPECT_EQ(0u, models[i].find(std::string("\"KIV ") + kModels[i] + "\" = ")) << models[i];
-        EXPECT_TRUE(std::binary_search(dataFiles.begin(), dataFiles.end(), GpdOf(kModels[i])));
+        EXPECT_EQ(0u, models[i].find(std::string("\"KIV ") + kPackageModels[i] + "\" = "))
+            << models[i];
+        EXPECT_TRUE(
+            std::binary_search(dataFiles.begin(), dataFiles.end(), GpdOf(kPackageModels[i])));
     }
-    EXPECT_EQ(std::size(kModels), dataFiles.size());
+    EXPECT_EQ(std::size(kPackageModels), dataFiles.size());
     EXPECT_NE(std::string::npos, text.find("\r\nDriverVer=")) << "the version report reads it";
 
     const std::vector<std::string> ini = Lines(package.files["KivUI.ini"]);

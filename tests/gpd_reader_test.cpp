@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "entry/gpd_reader.h"
-#include "support/memory_gpd_files.h"
+#include "support/memory_files.h"
 
 namespace {
 
 GpdReadResult ReadMain(const std::string& text, const GpdReadLimits& limits = {}) {
-    MemoryGpdFiles files;
+    MemoryFiles files;
     files.files["main.gpd"] = text;
     return ReadGpdOEMCustomData(files, "main.gpd", limits);
 }
@@ -86,7 +86,7 @@ TEST(GpdReader, NoEntryOtherKeywordsAndAMissingFile) {
     EXPECT_EQ("", r.text);
     EXPECT_EQ(0u, r.unreadFiles);
 
-    MemoryGpdFiles files;
+    MemoryFiles files;
     const GpdReadResult missing = ReadGpdOEMCustomData(files, "absent.gpd");
     EXPECT_FALSE(missing.found);
     EXPECT_EQ(1u, missing.unreadFiles);
@@ -95,7 +95,7 @@ TEST(GpdReader, NoEntryOtherKeywordsAndAMissingFile) {
 // Included files form one stream: a later entry wins wherever it sits, a missing include is
 // skipped, and path parts of an include name are dropped since all files sit in one folder.
 TEST(GpdReader, IncludedFilesFormOneStream) {
-    MemoryGpdFiles files;
+    MemoryFiles files;
     files.files["main.gpd"] =
         "*Include: \"StdNames.gpd\"\n"
         "*Include: \"C:\\other\\path\\model.gpd\"\n"
@@ -117,7 +117,7 @@ TEST(GpdReader, IncludedFilesFormOneStream) {
 // A file that includes itself stops at the depth bound; one that includes itself twice would
 // walk exponentially without the file bound; a file past the byte budget is not read.
 TEST(GpdReader, LimitsBoundTheWalk) {
-    MemoryGpdFiles files;
+    MemoryFiles files;
     files.files["loop.gpd"] = "*OEMCustomData: \"L\"\n*Include: \"loop.gpd\"\n";
     files.files["fan.gpd"] = "*Include: fan.gpd\n*Include: fan.gpd\n";
     files.files["main.gpd"] = "*Include: \"a.gpd\"\n*OEMCustomData: \"MAIN\"\n";

@@ -9,35 +9,21 @@
 #include <vector>
 
 #include "golden_file.h"
+#include "package_models.h"
 #include "settings/device_factory.h"
-#include "settings/models/ui_device_models.h"
 #include "settings/record_dump.h"
 #include "settings/setting_names.h"
 
 namespace {
 
-const char* const kModelNames[] = {
-    "J7",      "TRX415A", "TRX418A CUT", "TRX418A NOCUT",  "TRX430ATF", "TRX430A",
-    "VORTA5X", "N5",      "HB5820A-EJ",  "HB5820A",        "HB5840A",   "WR35VIIEJ",
-    "WR35VII", "WR55VII", "ZLD40",       "ZLD40PRESENTER", "ZLD90VII",
-};
-
-std::unique_ptr<UiDeviceCommon> Build(const std::string& name) {
-    // WR35VIIEJ has a class but no factory branch; build it directly.
-    if (name == "WR35VIIEJ") {
-        return std::make_unique<UiDeviceWR35EJ>("second", "third", "fourth");
-    }
-    return CreateUiDevice(name, "second", "third", "fourth");
-}
-
-// The record lines in which `payload` differs from a cleared record.
-std::string PayloadLines(const OemDevPayload& payload) {
-    OEMDEV cleared{};
-    OEMDEV rec{};
+// The record lines in which `payload` differs from `base` (by default a cleared record).
+std::string PayloadLines(const OemDevPayload& payload, const OemDevPayload& base = {}) {
+    OEMDEV baseRecord{}, rec{};
+    baseRecord.payload = base;
     rec.payload = payload;
-    std::istringstream base(DescribeOemDev(cleared)), with(DescribeOemDev(rec));
+    std::istringstream before(DescribeOemDev(baseRecord)), with(DescribeOemDev(rec));
     std::string out, baseLine, line;
-    while (std::getline(base, baseLine) && std::getline(with, line)) {
+    while (std::getline(before, baseLine) && std::getline(with, line)) {
         if (line != baseLine) {
             out += "  " + line + "\n";
         }
@@ -61,13 +47,14 @@ std::string ListLine(const char* what, const std::vector<T>& values, Name name) 
 }
 
 // What each model is: class, number, flags, its capability export, the record it saves when
-// nothing was changed, and its offered lists. The export and the saved start record are the
-// bytes that records in the field hold, so any change to them shows as a changed line.
+// nothing was changed, how a reset differs from that, and its offered lists. The export and the
+// saved start record are the bytes that records in the field hold, so any change to them shows
+// as a changed line.
 TEST(ModelsTest, EachModelMatchesTheExpectedFile) {
     std::string text;
-    for (const char* name : kModelNames) {
+    for (const char* name : kPackageModels) {
         SCOPED_TRACE(name);
-        std::unique_ptr<UiDeviceCommon> d = Build(name);
+        std::unique_ptr<UiDeviceCommon> d = MakePackageModel(name);
         ASSERT_NE(d, nullptr);
         EXPECT_EQ(d->GetModelName(), name);
         std::string flags;
@@ -83,19 +70,10 @@ TEST(ModelsTest, EachModelMatchesTheExpectedFile) {
         OemDevPayload start{};
         d->FillOEMDEVWithDeviceValues(start, 0);
         text += " start record\n" + PayloadLines(start);
-        // The five models whose lists are chosen here start from what their export writes.
-        if (std::string(" TRX415A TRX418A CUT TRX418A NOCUT TRX430A WR35VIIEJ ")
-                .find(std::string(" ") + name + " ") != std::string::npos) {
-            OemDevPayload reset{};
-            Build(name)->FillOEMDEVWithDeviceValues(reset, 1);
-            auto chosen = [](const OemDevPayload& p) {
-                return std::vector<int>{p.cutMode,           p.recovery,
-                                        p.blackMark,         p.presentationMode,
-                                        p.presentationValue, p.presentationTimeout,
-                                        p.couponCutInter,    p.couponCutFinal};
-            };
-            EXPECT_EQ(chosen(reset), chosen(start));
-        }
+        // A reset starts from what the export writes, where the untouched object may not.
+        OemDevPayload reset{};
+        MakePackageModel(name)->FillOEMDEVWithDeviceValues(reset, 1);
+        text += " reset record, where it differs\n" + PayloadLines(reset, start);
         text += " lists\n" + ListLine("density", d->GetDensityList(), DensityName) +
                 ListLine("quality", d->GetQualityList(), QualityName) +
                 ListLine("cut", d->GetCutModeList(), CutModeName) +

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "pages/presentation_rules.h"
 #include "settings/device_factory.h"
@@ -18,10 +19,12 @@ TEST(PresentationRules, ModeClassesAndPageToPageStates) {
         uint8_t mode;
         bool length, duration, pageToPage;
     };
+    // None, the Hold modes' ends (Hold, Hold with a length), Eject, the timeout modes with both
+    // numbers, and a value off the grid.
     const Case cases[] = {
-        {0, false, false, false}, {16, false, false, true},  {32, true, false, true},
-        {48, false, false, true}, {64, false, false, false}, {80, false, false, false},
-        {96, true, true, false},  {112, true, true, false},  {17, false, false, false},
+        {0, false, false, false},  {16, false, false, true},  {32, true, false, true},
+        {48, false, false, true},  {64, false, false, false}, {96, true, true, false},
+        {17, false, false, false},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.mode);
@@ -100,6 +103,7 @@ TEST(PresentationRules, ViewOfAStoredSetting) {
 
 TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
     auto device = CreateUiDevice("ZLD40PRESENTER", "", "", "");  // modes 10 40 60
+    auto noPresenter = CreateUiDevice("J7", "", "", "");
     const std::string kEmpty = "The Page to Page timeout value is empty";
     const std::string kOver = "The Page to Page timeout value is over the max";
     const std::string kLength = "The Presentation measure must be a value between 0 and 255";
@@ -135,20 +139,20 @@ TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
         const auto failure = ValidatePresentationControls(*device, c.port, controls);
         EXPECT_EQ(failure ? failure->message : "", c.message);
         EXPECT_EQ(failure ? failure->logLine : "", c.logLine);
+        // A model without a presenter has nothing to refuse.
+        EXPECT_FALSE(ValidatePresentationControls(*noPresenter, c.port, controls));
     }
 }
 
 TEST(PresentationRules, ControlsAreStored) {
     auto device = CreateUiDevice("ZLD90VII", "", "", "");  // modes 20 30 40 60 70
+    // Mode, length, duration, LED, page to page on, its timeout, action and extra.
     StorePresentationControls(*device, {0, "77", "12", 2, true, 0, "600", 2, 2});
-    EXPECT_EQ(device->GetPresentationMode(), 32);
-    EXPECT_EQ(device->GetPresentationValue(), 77);
-    EXPECT_EQ(device->GetPresentationTimeout(), 12);
-    EXPECT_EQ(device->GetHeadLed(), 32);
-    EXPECT_EQ(device->GetPage2PageEnable(), 1);
-    EXPECT_EQ(device->GetPage2PageTimeout(), 600);
-    EXPECT_EQ(device->GetPage2PageAction(), 48);
-    EXPECT_EQ(device->GetPage2PageExtra(), 2);
+    EXPECT_EQ((std::vector<int>{device->GetPresentationMode(), device->GetPresentationValue(),
+                                device->GetPresentationTimeout(), device->GetHeadLed(),
+                                device->GetPage2PageEnable(), device->GetPage2PageTimeout(),
+                                device->GetPage2PageAction(), device->GetPage2PageExtra()}),
+              (std::vector<int>{32, 77, 12, 32, 1, 600, 48, 2}));
     StorePresentationControls(*device, {-1, "", "", -1, false, 1, "600", -1, -1});
     EXPECT_EQ(device->GetPresentationMode(), 0);
     EXPECT_EQ(device->GetPage2PageTimeout(), kUnlimitedTimeout);

@@ -1,30 +1,15 @@
 // Tests of the version report: file lines, the set-aside common GPD, options, version lines, OS.
 #include <gtest/gtest.h>
 
-#include <map>
 #include <string>
 #include <vector>
 
 #include "actions/version_report.h"
 #include "fake_version_query.h"
+#include "memory_files.h"
 #include "memory_hive.h"
 
 namespace {
-
-// Files served from memory in pieces of at most five bytes.
-class MemoryFiles : public FileReader {
-  public:
-    std::map<std::string, std::string> files;
-    bool Read(const std::string& path, const Sink& sink) override {
-        const auto it = files.find(path);
-        if (it == files.end())
-            return false;
-        for (size_t at = 0; at < it->second.size(); at += 5)
-            sink(reinterpret_cast<const uint8_t*>(it->second.data()) + at,
-                 std::min<size_t>(5, it->second.size() - at));
-        return true;
-    }
-};
 
 const std::string kDir = "C:\\Windows\\System32\\spool\\drivers\\x64\\3\\";
 

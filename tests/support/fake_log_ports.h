@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "fake_text_codec.h"
+#include "text_lines.h"
 #include "infra/log.h"
 
 class FakeClock : public Clock {
@@ -126,14 +127,9 @@ struct FakeLogPorts : FakeClock,
     const LogPorts ports{this, this, this, this, this, this, this};
 };
 
-// The text split at line feeds (no empty last entry).
+// The log's lines (no empty last entry).
 inline std::vector<std::string> SplitLines(const std::string& text) {
-    std::vector<std::string> lines;
-    for (size_t start = 0, end; start < text.size(); start = end + 1) {
-        end = std::min(text.find('\n', start), text.size());
-        lines.push_back(text.substr(start, end - start));
-    }
-    return lines;
+    return Lines(text);
 }
 
 // TheLog() on a FakeLogPorts, opened in output mode 1, for the lifetime of the object. The file
