@@ -19,30 +19,6 @@ class HostWin : public HostTestBase {
     }
 };
 
-const char kModelReset[] = "Model is different, reset STRUCT";
-
-// The model's own starting cut mode (TRX418A NOCUT's, below, differs) shows its defaults loaded.
-TEST_F(HostWin, FirstOpeningLoadsModelDefaultsAndTheSecondKeepsTheSavedRecord) {
-    const std::wstring printer = NewPrinter(L"ZLD90VII");
-    size_t logBefore = 0;
-    for (int opening = 1; opening <= 2; ++opening) {
-        SCOPED_TRACE("opening " + std::to_string(opening));
-        const HostRun run = Run(printer, L"ZLD90VII");
-        ASSERT_EQ(0u, run.exitCode) << run.output;
-        EXPECT_EQ("\"ZLD90VII\"", Field(run.output, "modelName"));
-        EXPECT_EQ("PRN_PROP_CUTTER_TC_END_PAGE (0x20)", Field(run.output, "cutMode"));
-        const std::string log = ReadFileText(LogPath(printer));
-        ASSERT_GT(log.size(), logBefore);
-        const std::string added = log.substr(logBefore);
-        logBefore = log.size();
-        // Each opening logs, so the absence of a reset means something; the host shows the log's
-        // start.
-        EXPECT_TRUE(Contains(added, "OEMCustomData <ZLD90VII|")) << added;
-        EXPECT_EQ(opening == 1, Contains(added, kModelReset)) << added.substr(0, 2000);
-        EXPECT_EQ(opening == 1, Contains(run.output, kModelReset));
-    }
-}
-
 TEST_F(HostWin, DamagedDevmodeFileFallsBackToTheModelDefaults) {
     const std::wstring printer = NewPrinter(L"TRX418A NOCUT");
     ASSERT_EQ(0u, Run(printer, L"TRX418A NOCUT").exitCode);
