@@ -29,11 +29,7 @@ OEMDEV RecordOf(const std::vector<uint8_t>& devmode) {
 
 TEST_F(DrvConfigWin, DevmodesCarryThePluginsRecordThroughTheSpooler) {
     const std::wstring printer = NewPrinter(L"J7");
-    const WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
-                                 dir_ + L"\\" + SafeFileName(printer) + L".prn"};
-    WinePrinterInfo info;
-    std::wstring error;
-    ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
+    InstallPrinter(printer, L"J7");
     std::wstring name = printer;
     HANDLE h = nullptr;
     ASSERT_TRUE(OpenPrinterW(name.data(), &h, nullptr));

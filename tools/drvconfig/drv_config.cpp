@@ -4,15 +4,17 @@
 //
 // What it does: for every request of the spooler it finds the plug-in as the universal driver
 // does (the printer driver's dependent `.ini`, its [OEMFiles] OEMConfigFile1), loads it through
-// DllGetClassObject(CLSID_OEMUI), publishes its own IPrintOemDriverUI, and lets it go again when
-// the request is answered. Every devmode it hands out is the public DEVMODEW followed by the
-// plug-in's block (which starts with its OEM_DMEXTRAHEADER), made through the plug-in's DevMode:
-// size, default, merge of an incoming devmode (a damaged record comes back repaired, another
-// driver's private part gets the defaults) and conversion. With a prompt it adds its own first
-// page and the plug-in's pages to the spooler's common property sheet and routes apply to the
-// plug-in's OEMCUIPCallback; each accepted apply (OK included) writes the devmode to the caller's
-// pdmOut, so an application sees what was applied while the sheet is still open. Device
-// capabilities (paper sizes, paper sources) come from the model's GPD.
+// DllGetClassObject(CLSID_OEMUI), publishes its own IPrintOemDriverUI, and releases it when the
+// request is answered; the plug-in's module stays pinned, so what it keeps for the rest of the
+// process (admin mode) lasts from one opening to the next. Every devmode it hands out is the
+// public DEVMODEW followed by the plug-in's block (which starts with its OEM_DMEXTRAHEADER), made
+// through the plug-in's DevMode: size, default, merge of an incoming devmode (a damaged record
+// comes back repaired, another driver's private part gets the defaults) and conversion. With a
+// prompt it adds its own first page and the plug-in's pages to the spooler's common property
+// sheet and routes apply to the plug-in's OEMCUIPCallback; each accepted apply (OK included)
+// writes the devmode to the caller's pdmOut, and nothing else does, so an application sees what
+// was applied, and whether anything was, while the sheet is still open. Device capabilities
+// (paper sizes, paper sources) come from the model's GPD.
 //
 // What it does not do: no rendering, no printer property sheet (DrvDevicePropertySheets), no
 // option-item tree page (Wine's common sheet has none), no driver features beyond the table its

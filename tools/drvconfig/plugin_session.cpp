@@ -121,7 +121,7 @@ PluginSession::~PluginSession() {
     if (module_ != nullptr) {
         auto canUnload = reinterpret_cast<DllCanUnloadNowFn>(
             reinterpret_cast<void*>(GetProcAddress(module_, "DllCanUnloadNow")));
-        // The driver frees the module whatever DllCanUnloadNow says.
+        // The request lets the module go whatever DllCanUnloadNow says (it stays pinned).
         if (canUnload != nullptr)
             canUnload();
         FreeLibrary(module_);
@@ -168,6 +168,10 @@ bool PluginSession::Load(const std::wstring& path, std::wstring& error) {
         return false;
     }
     path_ = path;
+    // Pinned: what the plug-in keeps for the rest of the process (admin mode) must outlive one
+    // request, as it does when a host holds the plug-in for its whole run.
+    HMODULE pinned = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN, path.c_str(), &pinned);
     auto getClass = reinterpret_cast<DllGetClassObjectFn>(
         reinterpret_cast<void*>(GetProcAddress(module_, "DllGetClassObject")));
     if (getClass == nullptr) {
