@@ -2,6 +2,7 @@
 // the plug-in's pages, scripted steps, apply and its checks, and the sheet interface itself.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <fstream>
 #include <map>
 #include <regex>
@@ -11,6 +12,7 @@
 #include "../../resources/resource.h"
 #include "actions/sha1.h"
 #include "host_run_win.h"
+#include "settings/oemdev.h"
 #include "standin_stream_win.h"
 
 namespace {
@@ -239,7 +241,12 @@ TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenUntilResetDefault) {
                                 L"--page Print --select 1026=2 --press apply");
     ASSERT_EQ(0u, first.exitCode) << first.output;
     EXPECT_EQ("37", Field(first.output, "offsetY"));
-    EXPECT_TRUE(Contains(first.output, "settings    : stored"));
+    // The spooler keeps what was applied as the printer's per-user default.
+    const std::string stored = StoredDevmode(printer);
+    ASSERT_EQ(sizeof(DEVMODEW) + OEMDEV_SIZE, stored.size());
+    OEMDEV kept;
+    std::memcpy(&kept, stored.data() + sizeof(DEVMODEW), sizeof kept);
+    EXPECT_EQ(37, kept.payload.offsetY);
     // A new printer starts from the model's own defaults (its cut mode is not the common one);
     // the next opening loads the saved record without resetting it.
     EXPECT_EQ("PRN_PROP_CUTTER_TC_END_PAGE (0x20)", Field(first.output, "cutMode"));

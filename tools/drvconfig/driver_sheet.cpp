@@ -76,7 +76,7 @@ bool DriverSheet::Open(std::wstring& error) {
     return true;
 }
 
-INT_PTR CALLBACK DriverPageProc(HWND hDlg, UINT msg, WPARAM, LPARAM lParam) {
+INT_PTR PageProc(HWND hDlg, UINT msg, LPARAM lParam) {
     auto* sheet = reinterpret_cast<DriverSheet*>(GetWindowLongPtrW(hDlg, DWLP_USER));
     switch (msg) {
         case WM_INITDIALOG: {
@@ -100,9 +100,13 @@ INT_PTR CALLBACK DriverPageProc(HWND hDlg, UINT msg, WPARAM, LPARAM lParam) {
     }
 }
 
+INT_PTR CALLBACK DriverPageProc(HWND hDlg, UINT msg, WPARAM, LPARAM lParam) {
+    return Guarded<INT_PTR>(FALSE, [&] { return PageProc(hDlg, msg, lParam); });
+}
+
 // The plug-in's page function as the driver registers it. The opening is found through
 // pOemEntry, the member of OEMUIPSPARAM that is the driver's own.
-LONG CALLBACK PluginPageFunction(PPROPSHEETUI_INFO info, LPARAM lParam) {
+LONG ForwardToPlugin(PPROPSHEETUI_INFO info, LPARAM lParam) {
     if (info == nullptr || info->lParamInit == 0)
         return ERR_CPSUI_GETLASTERROR;
     auto* ps = reinterpret_cast<POEMUIPSPARAM>(info->lParamInit);
@@ -116,6 +120,10 @@ LONG CALLBACK PluginPageFunction(PPROPSHEETUI_INFO info, LPARAM lParam) {
     }
     // The framework's convention: 1 or more lets the sheet go on, less is a failure.
     return SUCCEEDED(hr) ? 1 : ERR_CPSUI_GETLASTERROR;
+}
+
+LONG CALLBACK PluginPageFunction(PPROPSHEETUI_INFO info, LPARAM lParam) {
+    return Guarded<LONG>(ERR_CPSUI_GETLASTERROR, [&] { return ForwardToPlugin(info, lParam); });
 }
 
 bool DriverSheet::AddPages(PPROPSHEETUI_INFO info) {

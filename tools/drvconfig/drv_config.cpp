@@ -20,7 +20,6 @@
 // option-item tree page (Wine's common sheet has none), no driver features beyond the table its
 // DrvGetDriverSetting answers from, and no upgrade of a devmode of an older driver format.
 #include <cstring>
-#include <exception>
 #include <vector>
 
 #include "driver_sheet.h"
@@ -40,20 +39,6 @@ constexpr DWORD kPublicFields = DM_ORIENTATION | DM_PAPERSIZE | DM_PAPERLENGTH |
 // Names in DC_PAPERNAMES and DC_BINNAMES take 64 and 24 characters, terminator included.
 constexpr size_t kPaperNameChars = 64;
 constexpr size_t kBinNameChars = 24;
-
-// Runs `body`; an exception becomes `failed` with a last error, as no exception may reach the
-// spooler.
-template <typename T, typename Body>
-T Guarded(T failed, Body body) {
-    try {
-        return body();
-    } catch (const std::exception&) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-    } catch (...) {
-        SetLastError(ERROR_INVALID_DATA);
-    }
-    return failed;
-}
 
 LONG Refuse(DWORD error, const std::wstring& why) {
     Trace(L"%ls", why.c_str());

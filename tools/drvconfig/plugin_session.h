@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -99,6 +100,20 @@ bool CallCommonUI(PluginSession& s, DEVMODEW& publicDM, void* record, DWORD mode
 
 // The CPSUICB_REASON_APPLYNOW call the driver's option page makes when the sheet applies.
 LONG CallApplyNow(OEMCUIPPARAM& param, HWND hDlg);
+
+// Runs `body`; an exception becomes `failed` with a last error, as no exception may leave the
+// module into the spooler's or the sheet's code.
+template <typename T, typename Body>
+T Guarded(T failed, Body body) {
+    try {
+        return body();
+    } catch (const std::exception&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    } catch (...) {
+        SetLastError(ERROR_INVALID_DATA);
+    }
+    return failed;
+}
 
 // A step the driver took, for a debugger's eyes (OutputDebugString): the module has no console.
 void Trace(const wchar_t* format, ...);

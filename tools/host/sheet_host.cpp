@@ -86,7 +86,10 @@ class SheetHost {
     SheetOutcome& outcome_;
 
     HWND sheet_ = nullptr;
-    UINT_PTR waitTimer_ = 0;
+    std::vector<UINT_PTR> timers_;  // thread timers set for this opening
+
+    // Runs `step` from the sheet's own loop, as soon as it has nothing else to do.
+    void Later(TIMERPROC step) { timers_.push_back(SetTimer(nullptr, 0, 0, step)); }
 };
 
 LONG CALLBACK BaselineSheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam) {
@@ -147,8 +150,9 @@ bool SheetHost::Run(OpenFn open, std::wstring& error) {
     g_openSheet = this;
     outcome_.returned = open();
     g_openSheet = nullptr;
-    if (waitTimer_ != 0)
-        KillTimer(nullptr, waitTimer_);
+    // A timer this opening set must not fire in the next one.
+    for (UINT_PTR timer : timers_)
+        KillTimer(nullptr, timer);
     UnhookWindowsHookEx(hook);
     if (!outcome_.cameUp) {
         error = L"the sheet never came up (returned " + std::to_wstring(outcome_.returned) +
@@ -279,7 +283,7 @@ void SheetHost::BringUp() {
     }
     Press(press);
     if (press != SheetPress::kCancel)
-        SetTimer(nullptr, 0, 0, AfterPressTimer);
+        Later(AfterPressTimer);
 }
 
 // The sequences of --property, in this one opening: each one's steps, its choices and an Apply.
@@ -330,7 +334,7 @@ void SheetHost::RunSequences(const std::vector<std::wstring>& titles) {
     }
     Press(SheetPress::kOk);
     outcome_.recordAtOk = Record();
-    SetTimer(nullptr, 0, 0, AfterPressTimer);
+    Later(AfterPressTimer);
 }
 
 // The settings record of the last accepted apply, as the driver wrote it to the caller.
@@ -381,7 +385,8 @@ void SheetHost::WaitForUser() {
     Out("sheet       : open; close it with OK or Cancel (the host gives up and cancels after %d "
         "s; --press closes it by itself)\n",
         script_.waitSeconds);
-    waitTimer_ = SetTimer(nullptr, 0, static_cast<UINT>(script_.waitSeconds) * 1000u, WaitOver);
+    timers_.push_back(
+        SetTimer(nullptr, 0, static_cast<UINT>(script_.waitSeconds) * 1000u, WaitOver));
 }
 
 void SheetHost::GiveUp() {
@@ -439,7 +444,7 @@ void SheetHost::OnActivate(HWND window) {
         if (sheet_ == nullptr) {
             sheet_ = window;
             outcome_.cameUp = true;
-            SetTimer(nullptr, 0, 0, BringUpTimer);
+            Later(BringUpTimer);
         }
         return;
     }
