@@ -27,16 +27,12 @@ LONG_PTR CALLBACK RecordingSheet(HANDLE, UINT function, LPARAM lParam1, LPARAM) 
 }
 
 PROPSHEETUI_INFO Info(WORD reason, ULONG_PTR result) {
-    // cbSize, Version, Flags, Reason, sheet handle and function, lParamInit, UserData, Result.
-    return {sizeof(PROPSHEETUI_INFO),
-            PROPSHEETUI_INFO_VERSION,
-            0,
-            reason,
-            nullptr,
-            nullptr,
-            0,
-            0,
-            result};
+    PROPSHEETUI_INFO info{};
+    info.cbSize = sizeof info;
+    info.Version = PROPSHEETUI_INFO_VERSION;
+    info.Reason = reason;
+    info.Result = result;
+    return info;
 }
 
 TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) {

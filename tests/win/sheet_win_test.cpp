@@ -164,6 +164,8 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
         L"--page Print --select 1026=2 --trackbar 1027=128 --trackbar 1029=128 --trackbar 1030=";
     const std::wstring pulses = L"--page Peripherals --click 1016 --set 1019=";
     const wchar_t* const kCut = L"TRX418A CUT";
+    const std::wstring image = dir_ + L"\\pattern.bmp";
+    WritePatternBmp(Narrow(image));
     const Case cases[] = {
         {kCut, L"--page \"Print adjust\" --set 1067=-1000", nullptr, nullptr, "offsetX", "-1000"},
         {kCut, L"--page \"Print adjust\" --set 1067=12a", "\"Print adjust\" Panel ",
@@ -200,6 +202,13 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
          "The field of the logo file is wrong or the file doesn't exist. Do you want to continue "
          "to save this value?",
          nullptr, nullptr},
+        // Once refused, the image pages are accepted with a file that is there.
+        {kCut, L"--page Watermark --click 1005 --set 1011=" + image, nullptr, nullptr,
+         "watermarkEnable", "1"},
+        {kCut, L"--page Coupon --click 1042 --select 1050=2 --set 1047=" + image, nullptr, nullptr,
+         "couponCopies", "3"},
+        {kCut, L"--page Logos --select 1162=3 --click 1164 --select 1166=1 --set 1170=" + image,
+         nullptr, nullptr, "logos[3].enable", "1"},
     };
     std::map<std::wstring, std::wstring> printers;
     for (const Case& c : cases) {
