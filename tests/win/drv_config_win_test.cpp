@@ -115,6 +115,18 @@ TEST_F(DrvConfigWin, DevmodesCarryThePluginsRecordThroughTheSpooler) {
     EXPECT_EQ(static_cast<int>(OEMDEV_SIZE),
               DeviceCapabilitiesW(name.c_str(), nullptr, DC_EXTRA, nullptr, nullptr));
     ClosePrinter(h);
+
+    // Paper sources are numbered by their GPD option ids, the numbers the plug-in's feeder
+    // choice puts into dmDefaultSource.
+    const std::wstring feeders = NewPrinter(L"TRX430ATF");
+    InstallPrinter(feeders, L"TRX430ATF");
+    std::vector<WORD> bins(4);
+    ASSERT_EQ(4, DeviceCapabilitiesW(feeders.c_str(), nullptr, DC_BINS,
+                                     reinterpret_cast<wchar_t*>(bins.data()), nullptr));
+    EXPECT_EQ((std::vector<WORD>{1000, 1001, 1002, 1003}), bins);
+    std::vector<wchar_t> binNames(24 * 4);
+    DeviceCapabilitiesW(feeders.c_str(), nullptr, DC_BINNAMES, binNames.data(), nullptr);
+    EXPECT_EQ(L"Feeder 2", std::wstring(binNames.data() + 24 * 2));
 }
 
 }  // namespace

@@ -189,6 +189,12 @@ void DriverSheet::ShowPaperSource(HWND hDlg) {
         std::swprintf(text, 64, L"Automatically select");
     else
         std::swprintf(text, 64, L"Source %d", source);
+    // The model's own name for the source, when its GPD has one of that number.
+    const GpdModel& model = session.Model();
+    for (size_t i = 0; i < model.bins.size(); ++i) {
+        if (model.BinId(i) == source)
+            std::swprintf(text, 64, L"%ls", model.bins[i].name.c_str());
+    }
     SetDlgItemTextW(hDlg, IDC_DRIVER_SOURCE, text);
 }
 

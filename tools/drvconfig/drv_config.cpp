@@ -135,7 +135,7 @@ DWORD Capability(HANDLE printer, const wchar_t* device, WORD cap, void* out) {
             return papers;
         case DC_BINS:
             for (DWORD i = 0; out != nullptr && i < bins; ++i)
-                static_cast<WORD*>(out)[i] = static_cast<WORD>(DMBIN_USER + i);
+                static_cast<WORD*>(out)[i] = static_cast<WORD>(model.BinId(i));
             return bins;
         case DC_BINNAMES:
             if (out != nullptr)

@@ -3,7 +3,9 @@
 // paper size or source).
 #include "model_gpd.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 #include "entry/gpd_reader.h"
 #include "win/windows_headers_win.h"
@@ -99,6 +101,8 @@ bool ParseGpdModel(const std::string& text, GpdModel& model) {
                 list.back().name = FromAnsi(name);
             else if (Entry(line, "PageDimensions", value))
                 Pair(value, list.back().widthDots, list.back().lengthDots);
+            else if (Entry(line, "OptionID", value))
+                list.back().id = std::clamp(std::atoi(value.c_str()), 0, 0x7FFF);
         }
     }
     for (size_t i = 0; i < paperKeys.size(); ++i) {
@@ -125,6 +129,11 @@ bool ReadGpdModel(const std::wstring& path, GpdModel& model) {
     }
     CloseHandle(file);
     return ParseGpdModel(text, model);
+}
+
+int GpdModel::BinId(size_t index) const {
+    constexpr int kFirstUserBin = 256;  // DMBIN_USER
+    return bins[index].id > 0 ? bins[index].id : kFirstUserBin + static_cast<int>(index);
 }
 
 int DotsToTenthsOfMm(int dots, int dpi) {

@@ -10,6 +10,7 @@ struct GpdOption {
     std::wstring name;  // the option's *Name, decoded
     int widthDots = 0;  // paper sizes: *PageDimensions
     int lengthDots = 0;
+    int id = 0;  // *OptionID, 0 when the option has none
 };
 
 struct GpdModel {
@@ -18,6 +19,10 @@ struct GpdModel {
     std::vector<GpdOption> papers;
     size_t defaultPaper = 0;  // index into papers
     std::vector<GpdOption> bins;
+
+    // A paper source's number in the devmode and in DC_BINS: its *OptionID, else DMBIN_USER
+    // and its place.
+    int BinId(size_t index) const;
 };
 
 // At most this many options per feature are kept; a GPD that has more is cut there.
