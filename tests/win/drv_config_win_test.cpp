@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
+#include <tuple>
 #include <vector>
 
 #include "host_run_win.h"
@@ -87,6 +89,29 @@ TEST_F(DrvConfigWin, DevmodesCarryThePluginsRecordThroughTheSpooler) {
         if (!c.keepsRecord) {
             EXPECT_EQ(0, std::memcmp(&got.payload, &rec.payload, sizeof rec.payload));
         }
+    }
+
+    // The spooler's conversion entry: the size it needs, then the same repair and the default.
+    using ConvertFn = BOOL(WINAPI*)(LPWSTR, DEVMODEW*, DEVMODEW*, LONG*, DWORD);
+    const std::unique_ptr<std::remove_pointer_t<HMODULE>, decltype(&FreeLibrary)> config(
+        LoadLibraryW(L"KivDrvCfg.dll"), FreeLibrary);
+    const auto convert = reinterpret_cast<ConvertFn>(
+        reinterpret_cast<void*>(GetProcAddress(config.get(), "DrvConvertDevMode")));
+    ASSERT_NE(nullptr, convert);
+    std::vector<uint8_t> converted(static_cast<size_t>(size));
+    LONG room = 100;
+    auto* out = reinterpret_cast<DEVMODEW*>(converted.data());
+    EXPECT_FALSE(convert(name.data(), reinterpret_cast<DEVMODEW*>(damaged.data()), out, &room, 1));
+    EXPECT_EQ(size, room);
+    // CDM_CONVERT (1) keeps the plug-in's record and repairs a damaged one; CDM_DRIVER_DEFAULT
+    // (4) ignores the input.
+    for (const auto& [in, mode, keeps] :
+         {std::tuple{&own, 1, true}, std::tuple{&damaged, 1, false}, std::tuple{&own, 4, false}}) {
+        ASSERT_TRUE(convert(name.data(), reinterpret_cast<DEVMODEW*>(in->data()), out, &room,
+                            static_cast<DWORD>(mode)));
+        const OEMDEV got = RecordOf(converted);
+        EXPECT_EQ(keeps, std::memcmp(&got.payload, "XYZ", 4) == 0) << mode;
+        EXPECT_EQ(KIVITEM_SIGN_H, got.dwSignHead1);
     }
 
     // The per-user default keeps the record as it was stored.

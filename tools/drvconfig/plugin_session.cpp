@@ -285,13 +285,23 @@ bool PluginSession::Compose(const DEVMODEW* in, size_t inBytes, bool convert,
             header.dwSize = static_cast<DWORD>(std::min<size_t>(header.dwSize, extra));
             std::memcpy(incoming.data(), &header, sizeof header);
         }
-        p = {};
-        p.pPublicDMIn = &dm;
-        p.pPublicDMOut = &dm;
-        p.pOEMDMIn = incoming.data();
-        p.pOEMDMOut = record.data();
-        p.cbBufSize = recordSize_;
-        if (!DevMode(convert ? OEMDM_CONVERT : OEMDM_MERGE, p, error))
+        const auto step = [&](DWORD mode) {
+            p = {};
+            p.pPublicDMIn = &dm;
+            p.pPublicDMOut = &dm;
+            p.pOEMDMIn = incoming.data();
+            p.pOEMDMOut = record.data();
+            p.cbBufSize = recordSize_;
+            return DevMode(mode, p, error);
+        };
+        // A conversion brings an older record to the current format; the merge after it checks
+        // the result as every incoming record is checked, so a damaged one comes back repaired.
+        if (convert) {
+            if (!step(OEMDM_CONVERT))
+                return false;
+            std::copy(record.begin(), record.end(), incoming.begin());
+        }
+        if (!step(OEMDM_MERGE))
             return false;
     }
     dm.dmSize = sizeof(DEVMODEW);

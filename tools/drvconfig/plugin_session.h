@@ -35,7 +35,7 @@ class PluginSession {
 
     // The devmode the spooler hands out: public part, then the plug-in's block (its
     // OEM_DMEXTRAHEADER first) as the private part. `in` (when not null) is an incoming devmode
-    // of at most `inBytes` readable bytes, merged (or converted, with `convert`) into the
+    // of at most `inBytes` readable bytes, merged (with `convert`, converted first) into the
     // defaults; a private part that is not the plug-in's gets its defaults.
     bool Compose(const DEVMODEW* in, size_t inBytes, bool convert, std::vector<uint8_t>& out,
                  std::wstring& error);
