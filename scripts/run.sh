@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# The main job: installs what is missing, builds the Windows preset and runs kivhost (the
-# universal driver's stand-in) on KivUI.dll under Wine. kivhost opens the printing-preferences
-# sheet (under Xvfb when there is no display), saves one screenshot per page in
-# build/screenshots, presses OK and prints a summary: the printer, its pages, what was applied,
-# and where the screenshots, the saved devmode and the plug-in's log are. Extra arguments go to
+# The main job: installs what is missing, builds the Windows preset and runs kivhost (an
+# application on a KIV printer) under Wine. kivhost opens the printing-preferences sheet through
+# the spooler (under Xvfb when there is no display), saves one screenshot per page in
+# build/screenshots, presses OK, stores the settings as the printer's per-user default and prints
+# a summary: the printer, its pages, what was applied, and where the screenshots and the
+# plug-in's log are. Extra arguments go to
 # kivhost (e.g. --model J7, --verbose, --show-record, --headless for no window; --help lists
 # them). It exits with kivhost's code (--help lists them), 1 for its own bad arguments and 2
 # when the build or a model of the gallery failed.
@@ -31,8 +32,8 @@ if [ "${1:-}" = --gallery ]; then
   mkdir -p "$gallery"
   # Every model's sheet opened twice in one host process: Ctrl+Shift and a click on the Version
   # page's picture (IDC_VERSION_LOGO) switch admin mode, which adds the Admin page to the second
-  # opening. OK on a devmode file of the gallery's own makes the host print the model's
-  # capabilities, and leaves the settings kept for the printer as they were.
+  # opening. OK on a printer of the gallery's own makes the host print the model's
+  # capabilities, and leaves the settings kept for the model's usual printer as they were.
   gallery_models() {
     wineserver -p
     wine build/windows/kivhost.exe --list-models </dev/null | tr -d '\r' >"$gallery/models.txt"
@@ -45,7 +46,7 @@ if [ "${1:-}" = --gallery ]; then
       echo "$dir" >>"$gallery/folders.txt"
       echo "== $model"
       status=0
-      timeout 120 wine build/windows/kivhost.exe --model "$model" --devmode "$dir/settings.devmode" \
+      timeout 120 wine build/windows/kivhost.exe --model "$model" --printer "KIV GALLERY $model" \
         --log-lines 0 --page Version --hold ctrl+shift --click 1057 --reopen \
         --screenshots "$dir/shots" --press ok </dev/null >"$dir/run.log" 2>&1 || status=$?
       echo "$status" >"$dir/status"

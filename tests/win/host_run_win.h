@@ -1,4 +1,5 @@
-// Runs kivhost.exe (the driver stand-in) as a child process and reads back what it leaves behind.
+// Runs kivhost.exe (the application that opens a printer's preferences) as a child process and
+// reads back what it leaves behind.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -70,6 +71,27 @@ inline bool Contains(const std::string& text, const std::string& what) {
     return text.find(what) != std::string::npos;
 }
 
+// The printer's per-user default devmode (GetPrinterW level 9), where the host stores what was
+// applied; empty when there is none.
+inline std::string StoredDevmode(const std::wstring& printer) {
+    std::wstring name = printer;
+    HANDLE h = nullptr;
+    if (!OpenPrinterW(name.data(), &h, nullptr))
+        return {};
+    DWORD needed = 0;
+    GetPrinterW(h, 9, nullptr, 0, &needed);
+    std::vector<BYTE> buf(needed);
+    std::string bytes;
+    const DEVMODEW* dm =
+        needed >= sizeof(PRINTER_INFO_9W) && GetPrinterW(h, 9, buf.data(), needed, &needed)
+            ? reinterpret_cast<const PRINTER_INFO_9W*>(buf.data())->pDevMode
+            : nullptr;
+    if (dm != nullptr)
+        bytes.assign(reinterpret_cast<const char*>(dm), dm->dmSize + dm->dmDriverExtra);
+    ClosePrinter(h);
+    return bytes;
+}
+
 // Scratch printers whose logs, devmode files and output live in one scratch folder; the
 // printers, their registry keys and the folder are removed afterwards.
 class HostTestBase : public ::testing::Test {
@@ -104,6 +126,14 @@ class HostTestBase : public ::testing::Test {
                             static_cast<DWORD>((dir_.size() + 1) * sizeof(wchar_t)));
         return printer;
     }
+    // Installs the scratch printer of `model` as the host would.
+    void InstallPrinter(const std::wstring& printer, const std::wstring& model) {
+        const WinePrinterSetup setup{printer, model, ModuleFolder(), ModuleFolder() + L"\\driver",
+                                     dir_ + L"\\" + SafeFileName(printer) + L".prn"};
+        WinePrinterInfo info;
+        std::wstring error;
+        ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
+    }
     std::wstring LogPath(const std::wstring& printer) const {
         return dir_ + L"\\" + SafeFileName(printer) + L"_UI.log";
     }
@@ -112,8 +142,7 @@ class HostTestBase : public ::testing::Test {
     }
     // The arguments that tie a run to the scratch printer.
     std::wstring PrinterArgs(const std::wstring& printer, const std::wstring& model) const {
-        return L"--verbosity 7 --model \"" + model + L"\" --printer \"" + printer +
-               L"\" --devmode \"" + DevmodePath(printer) + L"\"";
+        return L"--verbosity 7 --model \"" + model + L"\" --printer \"" + printer + L"\"";
     }
 
     std::wstring tag_;

@@ -1,5 +1,5 @@
-// Runs kivhost.exe (the driver stand-in) against the plug-in and checks what it reports, and
-// checks the Wine printer installer that the host and these tests share.
+// Runs kivhost.exe (an application on a KIV printer) against the plug-in and checks what it
+// reports, and checks the Wine printer installer that the host and these tests share.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -15,31 +15,31 @@ class HostWin : public HostTestBase {
   protected:
     HostWin() : HostTestBase(L"HostWin") {}
     HostRun Run(const std::wstring& printer, const std::wstring& model) {
-        return RunHost(L"--headless --verbose " + PrinterArgs(printer, model));
+        return RunHost(L"--press ok --verbose " + PrinterArgs(printer, model));
     }
 };
 
 TEST_F(HostWin, DamagedDevmodeFileFallsBackToTheModelDefaults) {
     const std::wstring printer = NewPrinter(L"TRX418A NOCUT");
     ASSERT_EQ(0u, Run(printer, L"TRX418A NOCUT").exitCode);
-    // Cut the stored devmode in the middle of the private record.
-    std::string bytes = ReadFileText(DevmodePath(printer));
+    // A devmode file cut in the middle of the private record is given to start from.
+    std::string bytes = StoredDevmode(printer);
     ASSERT_GT(bytes.size(), 1000u);
-    std::ofstream(DevmodePath(printer).c_str(), std::ios::binary | std::ios::trunc)
-        .write(bytes.data(), 1000);
+    std::ofstream(DevmodePath(printer).c_str(), std::ios::binary).write(bytes.data(), 1000);
 
-    const HostRun run = Run(printer, L"TRX418A NOCUT");
+    const HostRun run = RunHost(L"--press ok --verbose --devmode \"" + DevmodePath(printer) +
+                                L"\" " + PrinterArgs(printer, L"TRX418A NOCUT"));
     ASSERT_EQ(0u, run.exitCode) << run.output;
     EXPECT_TRUE(Contains(run.output, "damaged") &&
                 Contains(run.output, "settings    : the plug-in reset the kept settings"))
         << run.output;
     EXPECT_EQ("PRN_PROP_CUTTER_TEAROFF_END_PAGE (0x10)", Field(run.output, "cutMode"));
-    // The host wrote a whole devmode again.
-    EXPECT_EQ(bytes.size(), ReadFileText(DevmodePath(printer)).size());
+    // The spooler keeps a whole devmode again.
+    EXPECT_EQ(bytes.size(), StoredDevmode(printer).size());
 }
 
 TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {
-    const std::wstring where = L"--printer \"KIV HostWin none\" --devmode \"" + dir_ + L"\\n\"";
+    const std::wstring where = L"--printer \"KIV HostWin none\"";
     // An unknown model is named with the package's models, before anything is installed.
     const HostRun unknown = RunHost(L"--headless --model \"NO SUCH MODEL\" " + where);
     EXPECT_EQ(1u, unknown.exitCode);
@@ -47,7 +47,7 @@ TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {
     EXPECT_TRUE(Contains(unknown.output, "\nTRX418A CUT\n")) << unknown.output;
     EXPECT_EQ(17u, Lines(RunHost(L"--list-models").output).size());
     // Without --verbose a run is its summary, in lines that end without a carriage return.
-    const HostRun quiet = RunHost(L"--headless --model j7 " + where);
+    const HostRun quiet = RunHost(L"--press ok --model j7 " + where);
     EXPECT_EQ(0u, quiet.exitCode) << quiet.output;
     EXPECT_TRUE(Contains(quiet.output, "capabilities: cash drawer, density, quality, cutter"));
     EXPECT_FALSE(Contains(quiet.output, "DevMode") || Contains(quiet.output, "\r")) << quiet.output;

@@ -2,6 +2,7 @@
 // the plug-in's pages, scripted steps, apply and its checks, and the sheet interface itself.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <fstream>
 #include <map>
 #include <regex>
@@ -11,6 +12,7 @@
 #include "../../resources/resource.h"
 #include "actions/sha1.h"
 #include "host_run_win.h"
+#include "settings/oemdev.h"
 #include "standin_stream_win.h"
 
 namespace {
@@ -223,16 +225,19 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
     for (const Case& c : cases) {
         SCOPED_TRACE(Narrow(c.model) + " " + Narrow(c.script));
         std::wstring& printer = printers[c.model];
-        if (printer.empty())
+        if (printer.empty()) {
             printer = NewPrinter(c.model);
-        const std::string before = ReadFileText(DevmodePath(printer));
+            // Opened and cancelled first: the spooler keeps a devmode of its own from then on.
+            ASSERT_EQ(0u, Sheet(printer, c.model, L"--press cancel").exitCode);
+        }
+        const std::string before = StoredDevmode(printer);
         const HostRun run = Sheet(printer, c.model, c.script + L" --press ok");
         const std::vector<std::string> boxes = LinesStarting(run.output, "MESSAGEBOX ");
         if (c.title == nullptr) {
             ASSERT_EQ(0u, run.exitCode) << run.output;
             EXPECT_TRUE(boxes.empty()) << run.output;
             EXPECT_EQ(0u, Field(run.output, c.field).rfind(c.saved, 0)) << run.output;
-            EXPECT_NE(before, ReadFileText(DevmodePath(printer)));
+            EXPECT_NE(before, StoredDevmode(printer));
             // The feeder choice reaches the public devmode's paper source.
             EXPECT_EQ(c.saved == std::string("PRN_PROP_FEEDER_2"),
                       Contains(ReadFileText(LogPath(printer)), "dmDefaultSource: 1002"));
@@ -241,9 +246,9 @@ TEST_F(SheetWin, ARefusedApplyNamesThePageAndSavesNothing) {
             ASSERT_EQ(1u, boxes.size()) << run.output;
             EXPECT_EQ(c.title, ValueAfter(boxes[0], "title"));
             EXPECT_EQ(c.message, ValueAfter(boxes[0], "text"));
-            EXPECT_TRUE(Contains(run.output, "APPLYNOW    : callback returned 3"));
-            EXPECT_TRUE(Contains(run.output, "devmode     : not written"));
-            EXPECT_EQ(before, ReadFileText(DevmodePath(printer)));
+            EXPECT_TRUE(Contains(run.output, "the plug-in refused the apply, nothing applied"));
+            EXPECT_TRUE(Contains(run.output, "settings    : not stored"));
+            EXPECT_EQ(before, StoredDevmode(printer));
         }
     }
 }
@@ -256,7 +261,12 @@ TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenUntilResetDefault) {
                                 L"--page Print --select 1026=2 --press apply");
     ASSERT_EQ(0u, first.exitCode) << first.output;
     EXPECT_EQ("37", Field(first.output, "offsetY"));
-    EXPECT_TRUE(Contains(first.output, "devmode     : written"));
+    // The spooler keeps what was applied as the printer's per-user default.
+    const std::string stored = StoredDevmode(printer);
+    ASSERT_EQ(sizeof(DEVMODEW) + OEMDEV_SIZE, stored.size());
+    OEMDEV kept;
+    std::memcpy(&kept, stored.data() + sizeof(DEVMODEW), sizeof kept);
+    EXPECT_EQ(37, kept.payload.offsetY);
     // A new printer starts from the model's own defaults (its cut mode is not the common one);
     // the next opening loads the saved record without resetting it.
     EXPECT_EQ("PRN_PROP_CUTTER_TC_END_PAGE (0x20)", Field(first.output, "cutMode"));
@@ -267,7 +277,8 @@ TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenUntilResetDefault) {
                                  L"--page \"Print adjust\" --dump-controls --page Print "
                                  L"--dump-controls --press cancel");
     ASSERT_EQ(0u, second.exitCode) << second.output;
-    EXPECT_TRUE(Contains(second.output, "private bytes read")) << second.output;
+    EXPECT_TRUE(Contains(second.output, "the per-user default (GetPrinterW level 9)"))
+        << second.output;
     EXPECT_FALSE(Contains(ReadFileText(LogPath(printer)).substr(firstLog.size()), kModelReset));
     const std::vector<ControlDump> dumps = DumpsOf(second.output);
     ASSERT_EQ(2u, dumps.size()) << second.output;
@@ -276,7 +287,7 @@ TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenUntilResetDefault) {
     EXPECT_EQ("Error Diffusion", dumps[1].Attr(kDitherType, "text"));
     for (int id : kFilterControls)
         EXPECT_EQ("1", dumps[1].Attr(id, "enabled")) << id;
-    EXPECT_TRUE(Contains(second.output, "devmode     : not written"));
+    EXPECT_TRUE(Contains(second.output, "settings    : not stored"));
 
     // The Console's Reset Default asks, applies the model's defaults and closes the sheet.
     const HostRun reset =
@@ -550,8 +561,8 @@ TEST_F(SheetWin, AStepThatCannotBeDoneCancelsTheSheet) {
     EXPECT_EQ(3u, run.exitCode) << run.output;
     EXPECT_TRUE(Contains(run.output, "the sheet has no page \"Nowhere\"")) << run.output;
     EXPECT_TRUE(Contains(run.output, "PRESS cancel"));
-    EXPECT_FALSE(Contains(run.output, "APPLYNOW"));
-    EXPECT_TRUE(Contains(run.output, "devmode     : not written"));
+    EXPECT_TRUE(Contains(run.output, "nothing applied"));
+    EXPECT_TRUE(Contains(run.output, "settings    : not stored"));
 
     // Left to a user who never comes, the sheet says what it waits for and gives up.
     const HostRun left = Sheet(printer, L"TRX418A CUT", L"--wait 1");

@@ -1,4 +1,4 @@
-// Reads and writes the host's per-printer devmode file (public devmode + private record).
+// Reads a devmode file (public devmode + private record) that the host is given to start from.
 #include "devmode_file.h"
 
 #include <cstring>
@@ -52,44 +52,4 @@ DevmodeFileStatus LoadDevmodeFile(const std::wstring& path, StoredDevmode& out, 
     }
     out.privateDM.assign(bytes.begin() + static_cast<std::ptrdiff_t>(dmSize), bytes.end());
     return DevmodeFileStatus::kLoaded;
-}
-
-bool SaveDevmodeFile(const std::wstring& path, const DEVMODEW& publicDM, const uint8_t* privateDM,
-                     size_t privateSize, std::wstring& error) {
-    if (privateSize > 0xFFFF) {
-        error = L"private devmode part too large";
-        return false;
-    }
-    DEVMODEW pub = publicDM;
-    pub.dmSize = sizeof(DEVMODEW);
-    pub.dmDriverExtra = static_cast<WORD>(privateSize);
-    std::vector<uint8_t> bytes(sizeof pub + privateSize);
-    std::memcpy(bytes.data(), &pub, sizeof pub);
-    if (privateSize)
-        std::memcpy(bytes.data() + sizeof pub, privateDM, privateSize);
-
-    const std::wstring temp = path + L".tmp";
-    HANDLE f = CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                           FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (f == INVALID_HANDLE_VALUE) {
-        error = L"cannot create " + temp + L" (" + Win32ErrorText(GetLastError()) + L")";
-        return false;
-    }
-    DWORD written = 0;
-    const bool ok =
-        WriteFile(f, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-        written == bytes.size();
-    const DWORD writeError = GetLastError();
-    CloseHandle(f);
-    if (!ok) {
-        DeleteFileW(temp.c_str());
-        error = L"cannot write " + temp + L" (" + Win32ErrorText(writeError) + L")";
-        return false;
-    }
-    if (!MoveFileExW(temp.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) {
-        error = L"cannot replace " + path + L" (" + Win32ErrorText(GetLastError()) + L")";
-        DeleteFileW(temp.c_str());
-        return false;
-    }
-    return true;
 }

@@ -86,7 +86,3 @@ std::vector<PackageModel> ListPackageModels(const std::wstring& packageDir) {
               [](const PackageModel& a, const PackageModel& b) { return a.model < b.model; });
     return models;
 }
-
-int DotsToTenthsOfMm(int dots, int dpi) {
-    return dpi > 0 ? (dots * 254 + dpi / 2) / dpi : 0;
-}

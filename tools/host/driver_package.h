@@ -14,6 +14,3 @@ struct PackageModel {
 
 // Every model GPD of the package folder, by model name; empty when the folder holds none.
 std::vector<PackageModel> ListPackageModels(const std::wstring& packageDir);
-
-// Tenths of a millimetre for a length in dots at `dpi`, rounded.
-int DotsToTenthsOfMm(int dots, int dpi);

@@ -29,23 +29,23 @@ void Problem(std::vector<std::string>& out, const char* option, const std::wstri
     out.push_back(std::string(option) + " \"" + Utf8(path) + "\": " + Utf8(why));
 }
 
-// A file the host reads if it is there and writes otherwise (--devmode), or one the plug-in's
-// file dialogs open or save (--file): not a folder, and the folder it is in must exist.
-std::wstring FileProblem(const std::wstring& path, bool written) {
+// A file the host reads (--devmode: it must be there), or one the plug-in's file dialogs open or
+// save (--file): not a folder, and the folder it is in must exist.
+std::wstring FileProblem(const std::wstring& path, bool mustExist) {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (IsFolder(attributes))
         return L"is a folder, not a file";
     const std::wstring parent = ParentOf(path);
     if (!IsFolder(GetFileAttributesW(parent.c_str())))
         return L"its folder does not exist";
-    if (attributes != INVALID_FILE_ATTRIBUTES) {
-        HANDLE f = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                               FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (f == INVALID_HANDLE_VALUE)
-            return L"cannot be read (" + Win32ErrorText(GetLastError()) + L")";
-        CloseHandle(f);
-    }
-    return written ? FolderUnwritable(parent) : std::wstring();
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return mustExist ? L"no such file" : std::wstring();
+    HANDLE f = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (f == INVALID_HANDLE_VALUE)
+        return L"cannot be read (" + Win32ErrorText(GetLastError()) + L")";
+    CloseHandle(f);
+    return {};
 }
 
 bool Contains(const std::string& line, const char* text) {

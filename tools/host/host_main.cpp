@@ -1,15 +1,17 @@
-// kivhost: plays the universal printer driver's part around the KivUI plug-in under Wine.
+// kivhost: opens a KIV printer's preferences under Wine as an application does.
 //
-// The universal driver does not exist under Wine, so this program installs the model's driver
-// package into Wine's spooler and then calls the plug-in exactly through its public contract:
-// the exported class factory, IPrintOemUI, the devmode services, the common UI entry, the
-// common property sheet with the plug-in's pages, and the apply callback. It prints the
-// resulting settings record field by field and the log lines the run produced. Every failed
-// step ends the program with a message and a non-zero code, the ones --help lists: 1 a bad
-// argument, path or model name, 2 a failed step, 3 a sheet script that could not be carried out
-// or an apply the plug-in refused, 4 a --time ratio over its target, 5 a --soak that found
-// growth per opening over its limits, 6 a sheet nobody closed within --wait, 7 a --property
-// sequence that broke what an apply must keep.
+// It installs the model's driver package into Wine's spooler (the configuration module
+// KivDrvCfg.dll plays the universal driver's UI part and loads the plug-in), opens the printer,
+// reads its per-user default devmode (GetPrinterW level 9; the spooler's default when there is
+// none) and calls DocumentPropertiesW with a prompt. The sheet comes up on this thread inside that
+// call; the host finds it and drives it as a user would (pages, controls, Apply, OK), and stores
+// what was applied with SetPrinterW level 9, where Windows keeps printing preferences. It prints
+// the resulting settings record and the log lines the run produced. Every failed step ends the
+// program with a message and a non-zero code, the ones --help lists: 1 a bad argument, path or
+// model name, 2 a failed step, 3 a sheet script that could not be carried out or an apply the
+// plug-in refused, 4 a --time ratio over its target, 5 a --soak that found growth per opening
+// over its limits, 6 a sheet nobody closed within --wait, 7 a --property sequence that broke
+// what an apply must keep.
 #include <fcntl.h>
 #include <io.h>
 
@@ -22,7 +24,6 @@
 
 #include "devmode_file.h"
 #include "host_checks.h"
-#include "host_driver_ui.h"
 #include "host_options.h"
 #include "driver_package.h"
 #include "host_output.h"
@@ -163,319 +164,75 @@ std::vector<std::string> LinesAfter(const std::wstring& path, ULONGLONG from) {
     return lines;
 }
 
-// The model's default paper from its GPD; the stand-in driver page offers no other, so a stored
-// devmode gets it as well.
-void SetPackagePaper(DEVMODEW& dm, const PackageModel& model) {
-    dm.dmPaperSize = DMPAPER_USER;
-    dm.dmPaperWidth = static_cast<short>(DotsToTenthsOfMm(model.widthDots, model.dpi));
-    dm.dmPaperLength = static_cast<short>(DotsToTenthsOfMm(model.lengthDots, model.dpi));
-    dm.dmPrintQuality = static_cast<short>(model.dpi);
-    dm.dmYResolution = static_cast<short>(model.dpi);
-}
-
-// A public devmode as the driver would hand it for the model.
-DEVMODEW DefaultPublicDevmode(const std::wstring& printer, const PackageModel& model) {
-    DEVMODEW dm = {};
-    wcsncpy(dm.dmDeviceName, printer.c_str(), CCHDEVICENAME - 1);
-    dm.dmSpecVersion = DM_SPECVERSION;
-    dm.dmDriverVersion = 0x0100;
-    dm.dmSize = sizeof(DEVMODEW);
-    dm.dmFields = DM_ORIENTATION | DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH | DM_COPIES |
-                  DM_PRINTQUALITY | DM_YRESOLUTION | DM_COLOR;
-    dm.dmOrientation = DMORIENT_PORTRAIT;
-    dm.dmCopies = 1;
-    dm.dmColor = DMCOLOR_MONOCHROME;
-    SetPackagePaper(dm, model);
-    return dm;
-}
-
-using DllGetClassObjectFn = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, LPVOID*);
-using DllCanUnloadNowFn = HRESULT(STDAPICALLTYPE*)();
-
-// The plug-in as the driver holds it: module, interface, and the order they are let go.
-struct PluginSession {
-    HMODULE module = nullptr;
-    std::wstring path;
-    IPrintOemUI* ui = nullptr;
+// The printer as the application holds it: its handle, its name and its devmodes' size.
+struct SheetRun {
     HANDLE printer = nullptr;
-    HANDLE heap = nullptr;
+    std::wstring printerName;
+    size_t devmodeBytes = 0;
+    // The settings the next opening starts from: the devmode the last accepted apply wrote.
+    std::vector<uint8_t> devmode;
+    std::wstring driverDir;  // where the spooler keeps the driver's files
 
-    ~PluginSession() { Close(); }
-    void Close() {
-        if (ui != nullptr)
-            ui->Release();
-        ui = nullptr;
-        if (module != nullptr) {
-            auto canUnload = reinterpret_cast<DllCanUnloadNowFn>(
-                reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
-            // The driver frees the module whatever DllCanUnloadNow says.
-            if (canUnload != nullptr)
-                canUnload();
-            FreeLibrary(module);
-        }
-        module = nullptr;
+    ~SheetRun() {
         if (printer != nullptr)
             ClosePrinter(printer);
-        printer = nullptr;
-        if (heap != nullptr)
-            HeapDestroy(heap);
-        heap = nullptr;
+    }
+    // The plug-in's record in the devmode.
+    std::vector<uint8_t> Record() const {
+        return std::vector<uint8_t>(devmode.begin() + sizeof(DEVMODEW), devmode.end());
     }
 };
 
-bool LoadPlugin(const std::wstring& exeDir, const WinePrinterInfo& info, PluginSession& s) {
-    std::wstring path = exeDir + L"\\KivUI.dll";
-    if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-        path = info.driverDir + L"\\KivUI.dll";
-    s.module = LoadLibraryW(path.c_str());
-    if (s.module == nullptr)
-        return Fail("load plug-in", path + L": " + Win32ErrorText(GetLastError()));
-    s.path = path;
-    Detail("plug-in     : %s\n", Utf8(path).c_str());
-
-    auto getClass = reinterpret_cast<DllGetClassObjectFn>(
-        reinterpret_cast<void*>(GetProcAddress(s.module, "DllGetClassObject")));
-    if (getClass == nullptr)
-        return Fail("load plug-in", L"no DllGetClassObject export");
-    IClassFactory* factory = nullptr;
-    HRESULT hr = getClass(CLSID_OEMUI, IID_IClassFactory, reinterpret_cast<void**>(&factory));
-    if (FAILED(hr) || factory == nullptr)
-        return Fail("DllGetClassObject(CLSID_OEMUI)", Hr(hr));
-    IUnknown* unknown = nullptr;
-    hr = factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(&unknown));
-    factory->Release();
-    if (FAILED(hr) || unknown == nullptr)
-        return Fail("IClassFactory::CreateInstance", Hr(hr));
-
-    // Newest interface first, as the driver asks; this plug-in is an IPrintOemUI one.
-    void* ui2 = nullptr;
-    hr = unknown->QueryInterface(IID_IPrintOemUI2, &ui2);
-    if (SUCCEEDED(hr)) {
-        static_cast<IUnknown*>(ui2)->Release();
-        unknown->Release();
-        return Fail("QueryInterface(IID_IPrintOemUI2)", L"answered, expected E_NOINTERFACE");
-    }
-    if (hr != E_NOINTERFACE) {
-        unknown->Release();
-        return Fail("QueryInterface(IID_IPrintOemUI2)", Hr(hr) + L", expected E_NOINTERFACE");
-    }
-    hr = unknown->QueryInterface(IID_IPrintOemUI, reinterpret_cast<void**>(&s.ui));
-    unknown->Release();
-    if (FAILED(hr) || s.ui == nullptr)
-        return Fail("QueryInterface(IID_IPrintOemUI)", Hr(hr));
-    Detail("interface   : IPrintOemUI (IPrintOemUI2 refused with E_NOINTERFACE)\n");
-    return true;
-}
-
-bool GetInfoDword(IPrintOemUI* ui, DWORD mode, DWORD& value, const char* step) {
-    DWORD needed = 0;
-    const HRESULT hr = ui->GetInfo(mode, &value, sizeof value, &needed);
-    if (FAILED(hr))
-        return Fail(step, Hr(hr));
-    if (needed != sizeof value)
-        return Fail(step, L"needs " + std::to_wstring(needed) + L" bytes");
-    return true;
-}
-
-// DevMode SIZE, DEFAULT, then MERGE of the stored record (or of the default) into the default,
-// as the driver builds the devmode it hands to the UI.
-bool BuildRecord(PluginSession& s, const std::wstring& devmodeFile, const PackageModel& model,
-                 DEVMODEW& publicDM, std::vector<uint8_t>& record, size_t& recordSize) {
-    auto fresh = [&s] {
-        OEMDMPARAM q = {};
-        q.cbSize = sizeof q;
-        q.hPrinter = s.printer;
-        q.hModule = s.module;
-        return q;
-    };
-    OEMDMPARAM p = fresh();
-    HRESULT hr = s.ui->DevMode(OEMDM_SIZE, &p);
-    if (FAILED(hr))
-        return Fail("DevMode(OEMDM_SIZE)", Hr(hr));
-    const DWORD size = p.cbBufSize;
-    if (size < sizeof(OEM_DMEXTRAHEADER) || size > 0xFFFF)
-        return Fail("DevMode(OEMDM_SIZE)", L"unusable size " + std::to_wstring(size));
-    Detail("DevMode     : SIZE %lu bytes\n", static_cast<unsigned long>(size));
-
-    // Buffers are never smaller than the whole record, whatever a stored record claims.
-    const size_t room = size > sizeof(OEMDEV) ? size : sizeof(OEMDEV);
-    std::vector<uint8_t> defaults(room, 0);
-    p = fresh();
-    p.pPublicDMIn = &publicDM;
-    p.pOEMDMOut = defaults.data();
-    p.cbBufSize = size;
-    hr = s.ui->DevMode(OEMDM_DEFAULT, &p);
-    if (FAILED(hr))
-        return Fail("DevMode(OEMDM_DEFAULT)", Hr(hr));
-
-    std::vector<uint8_t> incoming = defaults;
-    StoredDevmode stored;
-    std::wstring why;
-    switch (LoadDevmodeFile(devmodeFile, stored, why)) {
-        case DevmodeFileStatus::kLoaded:
-            publicDM = stored.publicDM;
-            SetPackagePaper(publicDM, model);
-            std::fill(incoming.begin(), incoming.end(), 0);
-            if (stored.privateDM.size() > incoming.size())
-                incoming.resize(stored.privateDM.size());
-            std::copy(stored.privateDM.begin(), stored.privateDM.end(), incoming.begin());
-            Detail("devmode     : %s (%zu private bytes read)\n", Utf8(devmodeFile).c_str(),
-                   stored.privateDM.size());
-            break;
-        case DevmodeFileStatus::kAbsent:
-            Detail("devmode     : %s (none yet, merging the defaults)\n",
-                   Utf8(devmodeFile).c_str());
-            break;
-        case DevmodeFileStatus::kDamaged:
-            Detail("devmode     : %s damaged (%s), merging the defaults\n",
-                   Utf8(devmodeFile).c_str(), Utf8(why).c_str());
-            break;
-    }
-
-    record = defaults;
-    p = fresh();
-    p.pPublicDMIn = &publicDM;
-    p.pPublicDMOut = &publicDM;
-    p.pOEMDMIn = incoming.data();
-    p.pOEMDMOut = record.data();
-    p.cbBufSize = size;
-    hr = s.ui->DevMode(OEMDM_MERGE, &p);
-    if (FAILED(hr))
-        return Fail("DevMode(OEMDM_MERGE)", Hr(hr));
-    // The buffer keeps its room for a whole record; the devmode carries the plug-in's size.
-    recordSize = size;
-    Detail("DevMode     : DEFAULT, MERGE done\n");
-    return true;
-}
-
-// The driver's own option items; the plug-in must hide the colour one it replaces.
-struct DriverItems {
-    OPTITEM items[3] = {};
-    DriverItems() {
-        const struct {
-            const wchar_t* name;
-            BYTE id;
-        } table[] = {{L"Orientation", DMPUB_ORIENTATION},
-                     {L"Color", DMPUB_COLOR},
-                     {L"Copies", DMPUB_COPIES_COLLATE}};
-        for (size_t i = 0; i < 3; ++i) {
-            items[i].cbSize = sizeof(OPTITEM);
-            items[i].Level = 1;
-            items[i].pName = const_cast<LPWSTR>(table[i].name);
-            items[i].DMPubID = table[i].id;
-        }
-    }
-    const OPTITEM& Color() const { return items[1]; }
-};
-
-// One opening's common UI entry: the parameter block and what it points to, kept for as long
-// as the sheet that uses it.
-struct CommonUiCall {
-    OEMUIPROCS procs = {HostDriverUI::GetSettingProc, HostDriverUI::UpdateUISettingProc};
-    OEMUIOBJ uiObj = {sizeof(OEMUIOBJ), &procs};
-    DriverItems drv;
-    OEMCUIPPARAM param = {};
-    HANDLE heap = nullptr;
-
-    CommonUiCall() = default;
-    CommonUiCall(const CommonUiCall&) = delete;
-    CommonUiCall& operator=(const CommonUiCall&) = delete;
-    // The driver frees the item array it allocated for the plug-in.
-    ~CommonUiCall() {
-        if (param.pOEMOptItems != nullptr)
-            HeapFree(heap, 0, param.pOEMOptItems);
-    }
-};
-
-// CommonUIProp twice, as the driver calls it for a document sheet: counting, then with the item
-// array. `secondCall` receives the moment just before the second call.
-bool CallCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerName,
-                  DEVMODEW& publicDM, std::vector<uint8_t>& record, CommonUiCall& call,
-                  LARGE_INTEGER& secondCall, bool quiet) {
-    OEMCUIPPARAM& param = call.param;
-    call.heap = s.heap;
-    param.cbSize = sizeof param;
-    param.poemuiobj = &call.uiObj;
-    param.hPrinter = s.printer;
-    param.pPrinterName = printerName.data();
-    param.hModule = s.module;
-    param.hOEMHeap = s.heap;
-    param.pPublicDM = &publicDM;
-    param.pOEMDM = record.data();
-    param.dwFlags = DM_IN_BUFFER | DM_OUT_BUFFER | DM_IN_PROMPT;
-    param.pDrvOptItems = call.drv.items;
-    param.cDrvOptItems = 3;
-
-    // First call: how many items the plug-in adds.
-    HRESULT hr = s.ui->CommonUIProp(OEMCUIP_DOCPROP, &param);
-    if (FAILED(hr))
-        return Fail("CommonUIProp (counting call)", Hr(hr));
-    const DWORD count = param.cOEMOptItems;
-    if (count > 1000)
-        return Fail("CommonUIProp (counting call)", L"absurd item count");
-    if (call.drv.Color().Flags & OPTIF_HIDE)
-        return Fail("CommonUIProp (counting call)", L"hid the colour item already");
-
-    // Second call with the array the driver allocates from the plug-in's heap.
-    auto* items = static_cast<OPTITEM*>(
-        HeapAlloc(s.heap, HEAP_ZERO_MEMORY, sizeof(OPTITEM) * (count ? count : 1)));
-    if (items == nullptr)
-        return Fail("CommonUIProp", L"out of memory");
-    param.pOEMOptItems = items;
-    param.cOEMOptItems = count;
-    QueryPerformanceCounter(&secondCall);
-    hr = s.ui->CommonUIProp(OEMCUIP_DOCPROP, &param);
-    if (FAILED(hr))
-        return Fail("CommonUIProp", Hr(hr));
-    if (!quiet) {
-        Detail(
-            "CommonUIProp: %lu plug-in items; driver colour item %s; %d driver setting queries\n",
-            static_cast<unsigned long>(param.cOEMOptItems),
-            (call.drv.Color().Flags & OPTIF_HIDE) ? "hidden" : "left visible", helper.Queries());
-    }
-    if (param.OEMCUIPCallback == nullptr)
-        return Fail("CommonUIProp", L"no OEMCUIPCallback installed for the apply");
-    return true;
-}
-
-// Apply without a sheet, as the driver's page does when the sheet applies.
-bool ApplyHeadless(OEMCUIPPARAM& param) {
-    if (CallApplyNow(param, nullptr) == CPSUICB_ACTION_NO_APPLY_EXIT)
-        return Fail("OEMCUIPCallback(APPLYNOW)", L"the plug-in refused the apply");
-    return true;
-}
-
-// Everything a sheet opening needs besides the common UI call.
-struct SheetRun {
-    PluginSession& s;
-    HostDriverUI& helper;
-    std::wstring& printerName;
-    const std::wstring& model;
-    DEVMODEW& publicDM;
-    std::vector<uint8_t>& record;
-};
-
-// One opening of the plug-in's sheet, from the common UI entry to the sheet's close.
+// One opening of the printer's sheet through the spooler; an accepted apply becomes the
+// settings of the next opening.
 bool OpenSheetOnce(SheetRun& run, const SheetScript& script, SheetOutcome& outcome) {
-    CommonUiCall call;
+    std::vector<uint8_t> out(run.devmodeBytes, 0);
     LARGE_INTEGER start;
-    if (!CallCommonUI(run.s, run.helper, run.printerName, run.publicDM, run.record, call, start,
-                      script.quiet))
-        return false;
-    SheetPlugin plugin;
-    plugin.ui = run.s.ui;
-    plugin.module = run.s.module;
-    plugin.printer = run.s.printer;
-    plugin.heap = run.s.heap;
-    plugin.printerName = &run.printerName;
-    plugin.model = run.model;
-    plugin.pluginPath = run.s.path;
-    plugin.publicDM = &run.publicDM;
-    plugin.param = &call.param;
+    QueryPerformanceCounter(&start);
     std::wstring error;
-    if (!OpenPluginSheet(plugin, script, start, outcome, error))
+    if (!OpenPrinterSheet(run.printer, run.printerName, run.devmode, out, script, start, outcome,
+                          error))
         return Fail("open the property sheet", error);
+    if (outcome.applied)
+        run.devmode = out;
     return true;
+}
+
+// The spooler's answer to DocumentPropertiesW without a prompt: `in` merged (or, when empty,
+// the default) into `out`.
+bool SpoolerDevmode(SheetRun& run, const std::vector<uint8_t>& in, std::vector<uint8_t>& out) {
+    out.assign(run.devmodeBytes, 0);
+    std::vector<uint8_t> input = in;
+    const LONG rc = DocumentPropertiesW(
+        nullptr, run.printer, run.printerName.data(), reinterpret_cast<DEVMODEW*>(out.data()),
+        input.empty() ? nullptr : reinterpret_cast<DEVMODEW*>(input.data()),
+        DM_OUT_BUFFER | (input.empty() ? 0 : DM_IN_BUFFER));
+    return rc == IDOK || Fail("DocumentPropertiesW", L"returned " + std::to_wstring(rc) + L" (" +
+                                                         Win32ErrorText(GetLastError()) + L")");
+}
+
+// The printer's per-user default devmode (GetPrinterW level 9); empty when there is none.
+std::vector<uint8_t> StoredDefault(HANDLE printer) {
+    DWORD needed = 0;
+    GetPrinterW(printer, 9, nullptr, 0, &needed);
+    if (needed < sizeof(PRINTER_INFO_9W) || needed > (1u << 20))
+        return {};
+    std::vector<BYTE> buf(needed);
+    if (!GetPrinterW(printer, 9, buf.data(), needed, &needed))
+        return {};
+    const DEVMODEW* dm = reinterpret_cast<const PRINTER_INFO_9W*>(buf.data())->pDevMode;
+    if (dm == nullptr)
+        return {};
+    const auto* bytes = reinterpret_cast<const uint8_t*>(dm);
+    const size_t room = static_cast<size_t>(buf.data() + buf.size() - bytes);
+    return std::vector<uint8_t>(bytes,
+                                bytes + std::min(room, size_t{dm->dmSize} + dm->dmDriverExtra));
+}
+
+bool StoreDefault(SheetRun& run) {
+    PRINTER_INFO_9W info{.pDevMode = reinterpret_cast<DEVMODEW*>(run.devmode.data())};
+    return SetPrinterW(run.printer, 9, reinterpret_cast<BYTE*>(&info), 0) ||
+           Fail("SetPrinterW level 9", Win32ErrorText(GetLastError()));
 }
 
 double Median(std::vector<double> values) {
@@ -498,6 +255,15 @@ bool TimeSheet(SheetRun& run, int runs, double& ratio) {
     std::vector<double> sheet, baseline, ratios;
     std::vector<std::vector<double>> perPage, basePerPage;
     std::vector<std::wstring> titles;
+    // The modules the pages come from stay loaded for the whole measurement, as they did when
+    // the driver held the plug-in for the host's whole run; the baseline takes its templates
+    // from them.
+    const std::unique_ptr<std::remove_pointer_t<HMODULE>, decltype(&FreeLibrary)> config(
+        LoadLibraryW((run.driverDir + L"\\KivDrvCfg.dll").c_str()), FreeLibrary),
+        plugin(LoadLibraryW((run.driverDir + L"\\KivUI.dll").c_str()), FreeLibrary);
+    if (config == nullptr || plugin == nullptr)
+        return Fail("time the sheet",
+                    L"the driver's modules in " + run.driverDir + L" could not be loaded");
     for (int i = 0; i <= runs; ++i) {
         SheetOutcome outcome;
         if (!OpenSheetOnce(run, script, outcome))
@@ -506,12 +272,12 @@ bool TimeSheet(SheetRun& run, int runs, double& ratio) {
             return Fail("time the sheet", L"the sheet's pages did not all come up");
         if (outcome.applied)
             return Fail("time the sheet", L"a cancelled sheet applied");
-        if (outcome.pluginPages.empty() || outcome.pageNotRebuildable)
-            return Fail("time the sheet",
-                        L"the plug-in's pages cannot be rebuilt from dialog resources");
-        SheetOutcome base;
+        std::vector<PageTemplate> pages;
         std::wstring error;
-        if (!OpenBaselineSheet(outcome.pluginPages, base, error))
+        if (!FindPageTemplates(outcome.titles, {config.get(), plugin.get()}, pages, error))
+            return Fail("time the sheet", error);
+        SheetOutcome base;
+        if (!OpenBaselineSheet(pages, base, error))
             return Fail("time the baseline sheet", error);
         if (i == 0)
             continue;
@@ -664,29 +430,13 @@ bool NamesAPage(const std::wstring& title, const std::vector<std::wstring>& page
     return false;
 }
 
-// DevMode MERGE of the record the last apply left, as the driver does before each opening.
-bool MergeRecord(SheetRun& run, size_t recordSize) {
-    std::vector<uint8_t> incoming = run.record;
-    OEMDMPARAM p = {};
-    p.cbSize = sizeof p;
-    p.hPrinter = run.s.printer;
-    p.hModule = run.s.module;
-    p.pPublicDMIn = &run.publicDM;
-    p.pPublicDMOut = &run.publicDM;
-    p.pOEMDMIn = incoming.data();
-    p.pOEMDMOut = run.record.data();
-    p.cbBufSize = static_cast<DWORD>(recordSize);
-    const HRESULT hr = run.s.ui->DevMode(OEMDM_MERGE, &p);
-    return SUCCEEDED(hr) || Fail("DevMode(OEMDM_MERGE)", Hr(hr));
-}
-
 // Seeded sequences of random user steps on every page, in this process, several per opening of
 // the sheet, each ended with Apply. An apply is either refused with a message that names a page
 // (the opening is then cancelled) or saves a record that loads and saves to the same bytes; the
 // OK that ends an opening saves what the last Apply saved, and the next opening shows the
 // choices of the last accepted sequence. Every violation prints its seed and how to replay it.
-bool PropertySheetTest(SheetRun& run, const PackageModel& model, size_t recordSize,
-                       const std::wstring& port, int sequences, unsigned seed, int& violations) {
+bool PropertySheetTest(SheetRun& run, const PackageModel& model, const std::wstring& port,
+                       int sequences, unsigned seed, int& violations) {
     constexpr int kMostSteps = 6;
     constexpr int kSequencesPerOpening = 8;
     const std::vector<std::string> pieces = ModelPieces(model);
@@ -708,7 +458,7 @@ bool PropertySheetTest(SheetRun& run, const PackageModel& model, size_t recordSi
                                         .steps = 1 + static_cast<int>(sequenceSeed % kMostSteps)});
         }
         SheetOutcome outcome;
-        if (!MergeRecord(run, recordSize) || !OpenSheetOnce(run, script, outcome))
+        if (!OpenSheetOnce(run, script, outcome))
             return false;
         const auto report = [&](int index, const std::string& violation) {
             ++violations;
@@ -925,61 +675,68 @@ int Run(HostOptions opts) {
         Detail("last doc    : %s\n", Utf8(lastDocument).c_str());
     }
 
-    std::wstring devmodeFile = opts.devmodeFile;
-    if (devmodeFile.empty()) {
-        const std::wstring folder = Expand(L"%LOCALAPPDATA%\\KivHost");
-        CreateDirectoryW(folder.c_str(), nullptr);
-        devmodeFile = folder + L"\\" + SafeFileName(opts.printer) + L".devmode";
-    }
-    // Whether the plug-in is handed settings kept from an earlier run, or only its defaults.
-    const bool settingsKept = GetFileAttributesW(devmodeFile.c_str()) != INVALID_FILE_ATTRIBUTES;
-
-    PluginSession s;
+    SheetRun run;
+    run.printerName = printerName;
+    run.driverDir = info.driverDir;
     PRINTER_DEFAULTSW defaults = {nullptr, nullptr, PRINTER_ACCESS_USE};
-    if (!OpenPrinterW(printerName.data(), &s.printer, &defaults))
+    if (!OpenPrinterW(printerName.data(), &run.printer, &defaults))
         return FailExit("OpenPrinterW", Win32ErrorText(GetLastError()));
-    s.heap = HeapCreate(0, 0, 0);
-    if (s.heap == nullptr)
-        return FailExit("HeapCreate", Win32ErrorText(GetLastError()));
-    if (!LoadPlugin(exeDir, info, s))
+    // The spooler's size: public part and the driver's private part.
+    const LONG size =
+        DocumentPropertiesW(nullptr, run.printer, printerName.data(), nullptr, nullptr, 0);
+    if (size < static_cast<LONG>(sizeof(DEVMODEW)))
+        return FailExit("DocumentPropertiesW (size)", Win32ErrorText(GetLastError()));
+    run.devmodeBytes = static_cast<size_t>(size);
+    Detail("devmode     : %ld bytes (public %zu + private %zu)\n", static_cast<long>(size),
+           sizeof(DEVMODEW), run.devmodeBytes - sizeof(DEVMODEW));
+
+    // Where the settings come from: a given devmode file, else the printer's per-user default,
+    // else the spooler's default; the spooler merges each into a devmode of this driver.
+    std::vector<uint8_t> start;
+    StoredDevmode given;
+    std::wstring why;
+    if (opts.reset) {
+        Detail("devmode     : the spooler's default (--reset)\n");
+    } else if (!opts.devmodeFile.empty()) {
+        switch (LoadDevmodeFile(opts.devmodeFile, given, why)) {
+            case DevmodeFileStatus::kLoaded: {
+                const auto* pub = reinterpret_cast<const uint8_t*>(&given.publicDM);
+                start.assign(pub, pub + sizeof given.publicDM);
+                start.insert(start.end(), given.privateDM.begin(), given.privateDM.end());
+                Detail("devmode     : %s (%zu private bytes read)\n",
+                       Utf8(opts.devmodeFile).c_str(), given.privateDM.size());
+                break;
+            }
+            case DevmodeFileStatus::kAbsent:
+                return FailExit("--devmode", opts.devmodeFile + L": no such file");
+            case DevmodeFileStatus::kDamaged:
+                Detail("devmode     : %s damaged (%s), starting from the spooler's default\n",
+                       Utf8(opts.devmodeFile).c_str(), Utf8(why).c_str());
+                break;
+        }
+    } else {
+        start = StoredDefault(run.printer);
+        Detail("devmode     : %s\n", start.empty()
+                                         ? "no per-user default yet, the spooler's default"
+                                         : "the per-user default (GetPrinterW level 9)");
+    }
+    // Whether the plug-in is handed settings kept from before, or only its defaults.
+    const bool settingsKept = !start.empty();
+    const std::string keptIn = !opts.devmodeFile.empty() ? UnixPathOf(opts.devmodeFile)
+                                                         : std::string("the per-user default");
+    if (!SpoolerDevmode(run, start, run.devmode))
         return 2;
-
-    HostDriverUI helper;
-    HostDriverUI::Attach(&helper);
-    HRESULT hr = s.ui->PublishDriverInterface(static_cast<IPrintOemDriverUI*>(&helper));
-    if (FAILED(hr))
-        return FailExit("PublishDriverInterface", Hr(hr));
-
-    DWORD signature = 0, version = 0;
-    if (!GetInfoDword(s.ui, OEMGI_GETSIGNATURE, signature, "GetInfo(OEMGI_GETSIGNATURE)") ||
-        !GetInfoDword(s.ui, OEMGI_GETVERSION, version, "GetInfo(OEMGI_GETVERSION)"))
-        return 2;
-    const char sig[5] = {static_cast<char>(signature >> 24), static_cast<char>(signature >> 16),
-                         static_cast<char>(signature >> 8), static_cast<char>(signature), 0};
-    Detail("GetInfo     : signature 0x%08lX '%s', version %lu\n",
-           static_cast<unsigned long>(signature), sig, static_cast<unsigned long>(version));
-
-    DEVMODEW publicDM = DefaultPublicDevmode(opts.printer, model);
+    const auto* publicDM = reinterpret_cast<const DEVMODEW*>(run.devmode.data());
     Out("printer     : %s (model %s, paper %d.%d mm wide, %d dpi)\n", Utf8(opts.printer).c_str(),
-        Utf8(model.model).c_str(), publicDM.dmPaperWidth / 10, publicDM.dmPaperWidth % 10,
-        model.dpi);
+        Utf8(model.model).c_str(), publicDM->dmPaperWidth / 10, publicDM->dmPaperWidth % 10,
+        publicDM->dmYResolution);
     Out("controls    : common controls %d\n", CommonControlsVersion());
-    std::vector<uint8_t> record;
-    size_t recordSize = 0;
-    if (!BuildRecord(s, devmodeFile, model, publicDM, record, recordSize))
-        return 2;
-    publicDM.dmDriverExtra = static_cast<WORD>(recordSize);
 
     int exitCode = 0;
-    bool save = true;
-    if (opts.headless) {
-        CommonUiCall call;
-        LARGE_INTEGER start;
-        if (!CallCommonUI(s, helper, printerName, publicDM, record, call, start, false) ||
-            !ApplyHeadless(call.param))
-            return 2;
-    } else {
-        SheetRun run{s, helper, printerName, model.model, publicDM, record};
+    // Without a sheet the spooler's merge is what is stored: a reset or a given devmode is kept
+    // as the driver repaired it.
+    bool save = opts.headless || opts.reset;
+    if (!opts.headless) {
         double ratio = 0;
         if (opts.time) {
             if (!TimeSheet(run, opts.timeRuns, ratio))
@@ -993,14 +750,13 @@ int Run(HostOptions opts) {
         if (grew)
             exitCode = 5;
         int violations = 0;
-        if (opts.property > 0 && !PropertySheetTest(run, model, recordSize, opts.port,
-                                                    opts.property, opts.seed, violations))
+        if (opts.property > 0 &&
+            !PropertySheetTest(run, model, opts.port, opts.property, opts.seed, violations))
             return 2;
         if (violations > 0)
             exitCode = 7;
         if (opts.property > 0)
             opts.openings = 0;  // the sequences were the openings
-        save = false;
         for (int opening = 0; opening < opts.openings; ++opening) {
             const bool last = opening + 1 == opts.openings;
             if (opts.openings > 1)
@@ -1022,8 +778,8 @@ int Run(HostOptions opts) {
             SheetOutcome outcome;
             if (!OpenSheetOnce(run, script, outcome))
                 return 2;
-            Detail("sheet       : closed (CommonPropertySheetUIW %ld, result %lu)\n",
-                   static_cast<long>(outcome.returned), static_cast<unsigned long>(outcome.result));
+            Detail("sheet       : closed (DocumentPropertiesW %ld)\n",
+                   static_cast<long>(outcome.returned));
             Out("sheet       : %s; %s\n", PageList(outcome.titles).c_str(),
                 outcome.applied        ? "applied"
                 : outcome.applyRefused ? "the plug-in refused the apply, nothing applied"
@@ -1042,24 +798,18 @@ int Run(HostOptions opts) {
         }
     }
 
+    std::vector<uint8_t> record;
     if (save) {
+        record = run.Record();
         // The model writes its support bytes when the settings are saved, not before.
         Out("capabilities: %s\n", CapabilityWords(record).c_str());
         if (opts.showRecord || opts.verbose)
-            PrintRecord(record, recordSize);
-        if (!SaveDevmodeFile(devmodeFile, publicDM, record.data(), recordSize, error))
-            return FailExit("write devmode file", error);
-        Out("devmode     : written to %s\n", UnixPathOf(devmodeFile).c_str());
+            PrintRecord(record, record.size());
+        if (!StoreDefault(run))
+            return 2;
+        Out("settings    : stored as the printer's per-user default (SetPrinterW level 9)\n");
     } else {
-        Out("devmode     : not written (nothing was applied)\n");
-    }
-
-    // Let the plug-in go as the driver does, so its log is closed before it is read.
-    s.Close();
-    HostDriverUI::Attach(nullptr);
-    if (helper.References() != 1) {
-        return FailExit("release", L"the plug-in kept " + std::to_wstring(helper.References() - 1) +
-                                       L" reference(s) to the driver helper");
+        Out("settings    : not stored (nothing was applied)\n");
     }
 
     const std::wstring logPath = LogFilePath(opts.printer);
@@ -1069,7 +819,7 @@ int Run(HostOptions opts) {
     const std::string resetReason = settingsKept ? RecordResetReason(lines) : std::string();
     if (!resetReason.empty())
         Out("settings    : the plug-in reset the kept settings (%s) to the model's defaults: %s\n",
-            UnixPathOf(devmodeFile).c_str(), resetReason.c_str());
+            keptIn.c_str(), resetReason.c_str());
     if (UsesGenericDevice(lines, save ? &record : nullptr))
         Out("model       : the plug-in does not recognise \"%s\" and gives the printer its generic "
             "device, which offers none of the model's features\n",

@@ -36,22 +36,23 @@ bool SplitControlArg(const std::wstring& text, int& control, std::wstring& value
 
 const wchar_t* HostUsage() {
     return L"usage: kivhost [options] [--page P step...]...\n"
-           L"  Installs the model's driver and a printer on it into Wine's spooler, drives the\n"
-           L"  KivUI plug-in as the universal driver does (devmode services, common UI entry,\n"
-           L"  the property sheet with the driver's page and the plug-in's pages, apply) and\n"
-           L"  prints a summary: printer, pages, what was applied, where the screenshots, the\n"
-           L"  devmode and the log are.\n"
+           L"  Installs the model's driver and a printer on it into Wine's spooler and opens\n"
+           L"  the printer's preferences as an application does: DocumentPropertiesW with the\n"
+           L"  printer's per-user default devmode, the sheet with the driver's page and the\n"
+           L"  plug-in's pages, and on OK SetPrinterW level 9. Prints a summary: printer, pages,\n"
+           L"  what was applied and stored, where the screenshots and the log are.\n"
            L"  --model MODEL    a model of the driver package (default \"TRX418A CUT\")\n"
            L"  --list-models    prints the package's models, one per line, and exits\n"
            L"  --printer NAME   printer name (default \"KIV \" followed by the model)\n"
-           L"  --devmode FILE   devmode kept between runs (default\n"
-           L"                   %LOCALAPPDATA%\\KivHost\\<printer>.devmode)\n"
+           L"  --devmode FILE   starts from this devmode file (public part, then private\n"
+           L"                   part) instead of the printer's per-user default\n"
+           L"  --reset          starts from the spooler's default and stores it\n"
            L"  --package DIR    folder of the GPDs and KivUI.ini (default <kivhost>\\driver)\n"
            L"  --verbosity N    writes LogVerbosity_UiUni (0-7) for the printer before the run\n"
            L"  --verbose        prints every step of the host's work, the record and the log\n"
            L"  --show-record    prints the saved settings record field by field\n"
            L"  --log-lines N    new log lines to print (default 0; 40 with --verbose)\n"
-           L"  --headless       no window: devmode services, common UI entry and apply only\n"
+           L"  --headless       no window: the spooler's merge of the devmode, stored\n"
            L"  --no-last-document  leaves the print folder without the last document that\n"
            L"                   the host's job otherwise writes there (Reprint, Save last Doc)\n"
            L"  --press BUTTON   once every page is up and the steps are done: ok, apply (then\n"
@@ -179,6 +180,8 @@ bool ParseHostOptions(int argc, const wchar_t* const* argv, HostOptions& opts,
             opts.listModels = true;
         } else if (arg == L"--headless") {
             opts.headless = true;
+        } else if (arg == L"--reset") {
+            opts.reset = true;
         } else if (arg == L"--no-last-document") {
             opts.lastDocument = false;
         } else if (arg == L"--printer") {

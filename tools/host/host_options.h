@@ -23,10 +23,11 @@ inline constexpr unsigned kHoldCtrl = 1, kHoldShift = 2;
 struct HostOptions {
     std::wstring printer;      // --printer; default "KIV " + model
     std::wstring model;        // --model; chooses the GPD
-    std::wstring devmodeFile;  // --devmode; default %LOCALAPPDATA%\KivHost\<printer>.devmode
+    std::wstring devmodeFile;  // --devmode: the devmode to start from instead of the stored one
     std::wstring packageDir;   // --package; default <kivhost folder>\driver
     int verbosity = -1;        // --verbosity 0..7; -1 leaves the registry alone
-    bool headless = false;     // --headless: devmode services and common UI entry only
+    bool headless = false;     // --headless: the spooler's merge only, no sheet
+    bool reset = false;        // --reset: starts from (and stores) the spooler's default
     bool lastDocument = true;  // --no-last-document: the print folder gets no last document
     int logLines = -1;         // --log-lines: new log lines to print; -1: 40 with --verbose
     bool verbose = false;      // --verbose: every step of the host's work

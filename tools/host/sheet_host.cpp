@@ -1,10 +1,9 @@
-// The document property sheet as the universal driver opens it, through Wine's compstui.
+// The printer's document property sheet driven from the application's side.
 //
-// The sheet callback adds the driver's own first page and then the plug-in's page function,
-// which forwards every reason to IPrintOemUI::DocumentPropertySheets; the plug-in adds its
-// pages with the real pfnComPropSheet. Wine's common sheet has no option-item tree page, so the
-// driver's page is the one that routes apply to the plug-in's OEMCUIPCallback, as the tree
-// page does on Windows.
+// DocumentPropertiesW brings the sheet up modally on this thread. A CBT hook sees it activated
+// (a dialog with a tab control) and sets a thread timer; the sheet's own message loop dispatches
+// it, and the script runs from there, as the user's steps would. Whether an apply was accepted
+// shows in the caller's devmode buffer, which the driver writes on each accepted apply only.
 #include "sheet_host.h"
 
 #include <cstdio>
@@ -12,7 +11,6 @@
 
 #include "host_checks.h"
 #include "host_output.h"
-#include "host_resource.h"
 #include "page_steps.h"
 #include "pages/page_catalog.h"
 #include "png_capture.h"
@@ -20,11 +18,6 @@
 #include <dlgs.h>  // the common file dialogs' control ids
 
 namespace {
-
-// Posted by the first page once the sheet exists; handled inside the sheet's own loop.
-constexpr UINT kMsgBringUp = WM_APP + 1;
-// Posted after a press, to see whether the sheet is still open and must be closed.
-constexpr UINT kMsgAfterPress = WM_APP + 2;
 
 // The tab control and the Apply button of a property sheet (Windows' and Wine's ids alike); a
 // message box has no tab control.
@@ -38,25 +31,6 @@ constexpr wchar_t kAnsweredProp[] = L"KivHostAnswered";
 class SheetHost;
 // The sheet that is open on this thread; the message-box hook has no other way to find it.
 SheetHost* g_openSheet = nullptr;
-
-const char* ReasonName(WORD reason) {
-    switch (reason) {
-        case PROPSHEETUI_REASON_INIT:
-            return "INIT";
-        case PROPSHEETUI_REASON_GET_INFO_HEADER:
-            return "GET_INFO_HEADER";
-        case PROPSHEETUI_REASON_DESTROY:
-            return "DESTROY";
-        case PROPSHEETUI_REASON_SET_RESULT:
-            return "SET_RESULT";
-        case PROPSHEETUI_REASON_GET_ICON:
-            return "GET_ICON";
-        case PROPSHEETUI_REASON_BEFORE_INIT:
-            return "BEFORE_INIT";
-        default:
-            return "?";
-    }
-}
 
 std::wstring FileNamePart(const std::wstring& title) {
     std::wstring name;
@@ -73,32 +47,28 @@ std::wstring FileNamePart(const std::wstring& title) {
 
 class SheetHost {
   public:
-    SheetHost(const SheetPlugin* plugin, const SheetScript& script,
-              const std::vector<PluginPageTemplate>* baselinePages, LARGE_INTEGER start,
+    // The printer's sheet, writing `out` on each accepted apply; or, with `out` null, the
+    // baseline sheet of `baselinePages`.
+    SheetHost(std::vector<uint8_t>* out, const SheetScript& script,
+              const std::vector<PageTemplate>* baselinePages, LARGE_INTEGER start,
               SheetOutcome& outcome)
-        : plugin_(plugin),
+        : out_(out),
           script_(script),
           baselinePages_(baselinePages),
           start_(start),
           outcome_(outcome) {}
 
-    bool Open(std::wstring& error);
-
-    LONG SheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam);
-    LONG ForwardToPlugin(PPROPSHEETUI_INFO info, LPARAM lParam);
-    LONG_PTR ComPropSheet(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2);
-    INT_PTR PageProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam);
+    // Runs `open` (the call that shows the sheet modally) with the hook in place.
+    template <typename OpenFn>
+    bool Run(OpenFn open, std::wstring& error);
+    LONG BaselineCallback(PPROPSHEETUI_INFO info, LPARAM lParam);
     void OnActivate(HWND window);
     void AnswerFileDialog(HWND window);
-
-  private:
-    bool Baseline() const { return plugin_ == nullptr; }
-    bool AddPages(PPROPSHEETUI_INFO info);
-    void FillDriverPage(HWND hDlg);
-    void ShowPaperSource(HWND hDlg);
-    LONG_PTR OnApply(HWND hDlg);
     void BringUp();
     void AfterPress();
+
+  private:
+    bool Baseline() const { return out_ == nullptr; }
     void Press(SheetPress press);
     void StepFailed(const char* step, const std::wstring& why);
     void ShowApplyState(const char* when);
@@ -111,58 +81,29 @@ class SheetHost {
   public:
     void GiveUp();
 
-    const SheetPlugin* plugin_;  // null for the baseline sheet
+    std::vector<uint8_t>* out_;  // null for the baseline sheet
+    std::vector<uint8_t> lastApplied_;
     const SheetScript& script_;
-    const std::vector<PluginPageTemplate>* baselinePages_;
+    const std::vector<PageTemplate>* baselinePages_;
     LARGE_INTEGER start_;
     SheetOutcome& outcome_;
 
-    OEMUIPSPARAM psParam_ = {};               // lParamInit of the plug-in's page function
-    PFNCOMPROPSHEET comPropSheet_ = nullptr;  // the sheet's own function behind the host's
-    std::wstring title_;
     HWND sheet_ = nullptr;
-    HWND firstPage_ = nullptr;
-    bool bringUpPosted_ = false;
-    UINT_PTR waitTimer_ = 0;
+    std::vector<UINT_PTR> timers_;  // thread timers set for this opening
+
+    // Runs `step` from the sheet's own loop, as soon as it has nothing else to do.
+    void Later(TIMERPROC step) { timers_.push_back(SetTimer(nullptr, 0, 0, step)); }
 };
 
-LONG HostSheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam) {
+LONG CALLBACK BaselineSheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam) {
     if (info == nullptr || info->lParamInit == 0)
         return ERR_CPSUI_GETLASTERROR;
-    return reinterpret_cast<SheetHost*>(info->lParamInit)->SheetCallback(info, lParam);
+    return reinterpret_cast<SheetHost*>(info->lParamInit)->BaselineCallback(info, lParam);
 }
 
-// The plug-in's page function as the driver registers it. The host finds itself through
-// pOemEntry, the member of OEMUIPSPARAM that is the driver's own.
-LONG PluginPageFunction(PPROPSHEETUI_INFO info, LPARAM lParam) {
-    if (info == nullptr || info->lParamInit == 0)
-        return ERR_CPSUI_GETLASTERROR;
-    auto* ps = reinterpret_cast<POEMUIPSPARAM>(info->lParamInit);
-    if (ps->pOemEntry == nullptr)
-        return ERR_CPSUI_GETLASTERROR;
-    return static_cast<SheetHost*>(ps->pOemEntry)->ForwardToPlugin(info, lParam);
-}
-
-// The plug-in is handed this in place of the sheet's function, which it forwards to, so that the
-// host learns which dialog templates the plug-in's pages use; the plug-in keeps it for later calls.
-LONG_PTR CALLBACK HostComPropSheet(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2) {
-    return g_openSheet != nullptr ? g_openSheet->ComPropSheet(sheet, function, lParam1, lParam2)
-                                  : 0;
-}
-
-// The baseline's pages: the plug-in's templates with nothing filled in.
+// The baseline's pages: the same templates with nothing filled in.
 INT_PTR CALLBACK InertPageProc(HWND, UINT msg, WPARAM, LPARAM) {
     return msg == WM_INITDIALOG;
-}
-
-INT_PTR CALLBACK HostPageProc(HWND hDlg, UINT msg, WPARAM wParam, LPARAM lParam) {
-    auto* host = reinterpret_cast<SheetHost*>(GetWindowLongPtrW(hDlg, DWLP_USER));
-    if (msg == WM_INITDIALOG) {
-        const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam);
-        host = page != nullptr ? reinterpret_cast<SheetHost*>(page->lParam) : nullptr;
-        SetWindowLongPtrW(hDlg, DWLP_USER, reinterpret_cast<LONG_PTR>(host));
-    }
-    return host != nullptr ? host->PageProc(hDlg, msg, wParam, lParam) : FALSE;
 }
 
 // Notes the plug-in's own close of the sheet (a page sends its parent SC_CLOSE), after which the
@@ -176,255 +117,94 @@ LRESULT CALLBACK SheetCloseWatch(HWND window, UINT msg, WPARAM wParam, LPARAM lP
     return DefSubclassProc(window, msg, wParam, lParam);
 }
 
+// The script starts from the sheet's own loop, once the sheet is shown.
+void CALLBACK BringUpTimer(HWND, UINT, UINT_PTR id, DWORD) {
+    KillTimer(nullptr, id);
+    if (g_openSheet != nullptr)
+        g_openSheet->BringUp();
+}
+
+// After a press: a sheet still open must be closed.
+void CALLBACK AfterPressTimer(HWND, UINT, UINT_PTR id, DWORD) {
+    KillTimer(nullptr, id);
+    if (g_openSheet != nullptr)
+        g_openSheet->AfterPress();
+}
+
 // The sheet left to the user closes by itself after the script's waiting time.
 void CALLBACK WaitOver(HWND, UINT, UINT_PTR, DWORD) {
     if (g_openSheet != nullptr)
         g_openSheet->GiveUp();
 }
 
-LRESULT CALLBACK MessageBoxHook(int code, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK SheetHook(int code, WPARAM wParam, LPARAM lParam) {
     if (code == HCBT_ACTIVATE && g_openSheet != nullptr)
         g_openSheet->OnActivate(reinterpret_cast<HWND>(wParam));
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-bool SheetHost::Open(std::wstring& error) {
-    if (!Baseline()) {
-        psParam_.cbSize = sizeof psParam_;
-        psParam_.poemuiobj = plugin_->param->poemuiobj;
-        psParam_.hPrinter = plugin_->printer;
-        psParam_.pPrinterName = plugin_->printerName->data();
-        psParam_.hModule = plugin_->module;
-        psParam_.hOEMHeap = plugin_->heap;
-        psParam_.pPublicDM = plugin_->publicDM;
-        psParam_.pOEMDM = plugin_->param->pOEMDM;
-        psParam_.pOEMUserData = plugin_->param->pOEMUserData;
-        psParam_.dwFlags = plugin_->param->dwFlags;
-        psParam_.pOemEntry = this;
-        title_ = *plugin_->printerName + L" Printing Preferences";
-    } else {
-        title_ = L"Baseline sheet";
-    }
-
-    // Message boxes are answered only when a script drives the sheet; a user answers them.
-    HHOOK hook = nullptr;
-    if (script_.press != SheetPress::kNone) {
-        hook = SetWindowsHookExW(WH_CBT, MessageBoxHook, nullptr, GetCurrentThreadId());
-        if (hook == nullptr) {
-            error = L"SetWindowsHookExW(WH_CBT) failed";
-            return false;
-        }
+template <typename OpenFn>
+bool SheetHost::Run(OpenFn open, std::wstring& error) {
+    HHOOK hook = SetWindowsHookExW(WH_CBT, SheetHook, nullptr, GetCurrentThreadId());
+    if (hook == nullptr) {
+        error = L"SetWindowsHookExW(WH_CBT) failed";
+        return false;
     }
     g_openSheet = this;
-    DWORD result = 0;
-    outcome_.returned =
-        CommonPropertySheetUIW(nullptr, HostSheetCallback, reinterpret_cast<LPARAM>(this), &result);
-    outcome_.result = result;
+    outcome_.returned = open();
     g_openSheet = nullptr;
-    if (waitTimer_ != 0)
-        KillTimer(nullptr, waitTimer_);
-    if (hook != nullptr)
-        UnhookWindowsHookEx(hook);
-    if (outcome_.returned < 0) {
-        error = L"CommonPropertySheetUIW returned " + std::to_wstring(outcome_.returned);
-        return false;
-    }
+    // A timer this opening set must not fire in the next one.
+    for (UINT_PTR timer : timers_)
+        KillTimer(nullptr, timer);
+    UnhookWindowsHookEx(hook);
     if (!outcome_.cameUp) {
-        error =
-            L"the sheet never came up (Wine has no display: run the host under xvfb-run, or "
-            L"with DISPLAY set, after wineserver -k)";
+        error = L"the sheet never came up (returned " + std::to_wstring(outcome_.returned) +
+                L"; without a display run the host under xvfb-run, or with DISPLAY set, after "
+                L"wineserver -k)";
         return false;
     }
+    // The user's own OK or Apply wrote the buffer; a refused apply after an accepted one, or
+    // Apply then Cancel, keeps what the accepted apply wrote.
+    if (!Baseline() && reinterpret_cast<const DEVMODEW*>(out_->data())->dmSize != 0)
+        lastApplied_ = *out_;
+    else if (!Baseline() && !lastApplied_.empty())
+        *out_ = lastApplied_;
+    outcome_.applied = outcome_.applied || !lastApplied_.empty();
     return true;
 }
 
-LONG SheetHost::SheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam) {
+LONG SheetHost::BaselineCallback(PPROPSHEETUI_INFO info, LPARAM lParam) {
     switch (info->Reason) {
-        case PROPSHEETUI_REASON_BEFORE_INIT:
-            // Wine sends this first, with a null sheet handle: nothing can be added yet.
-            info->Result = 1;
-            return 1;
         case PROPSHEETUI_REASON_INIT:
             info->Result = 0;
-            return AddPages(info) ? 1 : ERR_CPSUI_GETLASTERROR;
+            if (info->pfnComPropSheet == nullptr || info->hComPropSheet == nullptr)
+                return ERR_CPSUI_GETLASTERROR;
+            for (const PageTemplate& t : *baselinePages_) {
+                PROPSHEETPAGEW page = {};
+                page.dwSize = sizeof page;
+                page.hInstance = t.module;
+                page.pszTemplate = MAKEINTRESOURCEW(t.dialogId);
+                page.pfnDlgProc = InertPageProc;
+                if (info->pfnComPropSheet(info->hComPropSheet, CPSFUNC_ADD_PROPSHEETPAGEW,
+                                          reinterpret_cast<LPARAM>(&page), 0) == 0)
+                    return ERR_CPSUI_GETLASTERROR;
+            }
+            return 1;
         case PROPSHEETUI_REASON_GET_INFO_HEADER: {
             auto* header = reinterpret_cast<PPROPSHEETUI_INFO_HEADER>(lParam);
             if (header == nullptr)
                 return ERR_CPSUI_GETLASTERROR;
             header->Flags = PSUIHDRF_EXACT_PTITLE | PSUIHDRF_USEHICON;
-            header->pTitle = title_.data();
+            header->pTitle = const_cast<LPWSTR>(L"Baseline sheet");
             header->hInst = GetModuleHandleW(nullptr);
             header->hIcon = LoadIconW(nullptr, IDI_APPLICATION);
             info->Result = 1;
             return 1;
         }
-        case PROPSHEETUI_REASON_DESTROY:
+        default:
             info->Result = 1;
             return 1;
-        default:
-            return 1;
     }
-}
-
-bool SheetHost::AddPages(PPROPSHEETUI_INFO info) {
-    if (info->pfnComPropSheet == nullptr || info->hComPropSheet == nullptr)
-        return false;
-    std::vector<PluginPageTemplate> pages = {{GetModuleHandleW(nullptr), IDD_HOST_DRIVER_PAGE}};
-    if (Baseline())
-        pages.insert(pages.end(), baselinePages_->begin(), baselinePages_->end());
-    for (size_t i = 0; i < pages.size(); ++i) {
-        PROPSHEETPAGEW page = {};
-        page.dwSize = sizeof page;
-        page.hInstance = pages[i].module;
-        page.pszTemplate = MAKEINTRESOURCEW(pages[i].dialogId);
-        page.pfnDlgProc = i == 0 ? HostPageProc : InertPageProc;
-        page.lParam = reinterpret_cast<LPARAM>(this);
-        if (info->pfnComPropSheet(info->hComPropSheet, CPSFUNC_ADD_PROPSHEETPAGEW,
-                                  reinterpret_cast<LPARAM>(&page), 0) == 0) {
-            Fail("CPSFUNC_ADD_PROPSHEETPAGEW", L"the sheet refused page " + std::to_wstring(i));
-            return false;
-        }
-    }
-    if (Baseline())
-        return true;
-    // The plug-in's pages come after the driver's, added by the plug-in itself.
-    const LONG_PTR added = info->pfnComPropSheet(info->hComPropSheet, CPSFUNC_ADD_PFNPROPSHEETUIW,
-                                                 reinterpret_cast<LPARAM>(PluginPageFunction),
-                                                 reinterpret_cast<LPARAM>(&psParam_));
-    if (added == 0 && !script_.quiet)
-        Out("sheet       : the plug-in's page function failed; only the driver's page shows\n");
-    return true;
-}
-
-LONG SheetHost::ForwardToPlugin(PPROPSHEETUI_INFO info, LPARAM lParam) {
-    const PFNCOMPROPSHEET sheetFunction = info->pfnComPropSheet;
-    if (sheetFunction != nullptr && sheetFunction != HostComPropSheet) {
-        comPropSheet_ = sheetFunction;
-        info->pfnComPropSheet = HostComPropSheet;
-    }
-    const HRESULT hr = plugin_->ui->DocumentPropertySheets(info, lParam);
-    info->pfnComPropSheet = sheetFunction;
-    if (!script_.quiet) {
-        Detail("DocumentPropertySheets: %s -> %s, Result %lld\n", ReasonName(info->Reason),
-               Utf8(Hr(hr)).c_str(), static_cast<long long>(info->Result));
-    }
-    // The framework's convention: 1 or more lets the sheet go on, less is a failure.
-    return SUCCEEDED(hr) ? 1 : ERR_CPSUI_GETLASTERROR;
-}
-
-LONG_PTR SheetHost::ComPropSheet(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2) {
-    if (comPropSheet_ == nullptr)
-        return 0;
-    const LONG_PTR result = comPropSheet_(sheet, function, lParam1, lParam2);
-    const auto* page = reinterpret_cast<const PROPSHEETPAGEW*>(lParam1);
-    if (function == CPSFUNC_ADD_PROPSHEETPAGEW && result != 0 && page != nullptr) {
-        if ((page->dwFlags & PSP_DLGINDIRECT) == 0 && IS_INTRESOURCE(page->pszTemplate))
-            outcome_.pluginPages.push_back(
-                {page->hInstance,
-                 static_cast<WORD>(reinterpret_cast<ULONG_PTR>(page->pszTemplate))});
-        else
-            outcome_.pageNotRebuildable = true;
-    }
-    return result;
-}
-
-INT_PTR SheetHost::PageProc(HWND hDlg, UINT msg, WPARAM, LPARAM lParam) {
-    switch (msg) {
-        case WM_INITDIALOG:
-            if (firstPage_ == nullptr) {
-                firstPage_ = hDlg;
-                outcome_.cameUp = true;
-                sheet_ = GetParent(hDlg);
-                if (!Baseline())
-                    FillDriverPage(hDlg);
-            }
-            // The sheet is not shown yet; the rest runs from its own message loop.
-            if (!bringUpPosted_) {
-                bringUpPosted_ = true;
-                PostMessageW(hDlg, kMsgBringUp, 0, 0);
-            }
-            return TRUE;
-        case kMsgBringUp:
-            BringUp();
-            return TRUE;
-        case kMsgAfterPress:
-            AfterPress();
-            return TRUE;
-        case WM_NOTIFY: {
-            const auto* header = reinterpret_cast<const NMHDR*>(lParam);
-            if (header != nullptr && header->code == PSN_APPLY && !Baseline() &&
-                hDlg == firstPage_) {
-                SetWindowLongPtrW(hDlg, DWLP_MSGRESULT, OnApply(hDlg));
-                return TRUE;
-            }
-            return FALSE;
-        }
-        default:
-            return FALSE;
-    }
-}
-
-void SheetHost::FillDriverPage(HWND hDlg) {
-    const DEVMODEW& dm = *plugin_->publicDM;
-    SetDlgItemTextW(hDlg, IDC_HOST_PRINTER, plugin_->printerName->c_str());
-    SetDlgItemTextW(hDlg, IDC_HOST_MODEL, plugin_->model.c_str());
-    const size_t slash = plugin_->pluginPath.find_last_of(L"\\/");
-    SetDlgItemTextW(hDlg, IDC_HOST_PLUGIN,
-                    slash == std::wstring::npos ? plugin_->pluginPath.c_str()
-                                                : plugin_->pluginPath.c_str() + slash + 1);
-    wchar_t text[128];
-    // The devmode comes from a file; a damaged one must not print nonsense such as "0.-5 mm".
-    const int dpi = dm.dmYResolution > 0 ? dm.dmYResolution : 0;
-    const int width = dm.dmPaperWidth > 0 ? dm.dmPaperWidth : 0;
-    const int length = dm.dmPaperLength > 0 ? dm.dmPaperLength : 0;
-    if (dpi > 0) {
-        std::swprintf(text, 128, L"%d.%d x %d.%d mm (%d x %d dots)", width / 10, width % 10,
-                      length / 10, length % 10, static_cast<int>(width * dpi / 254.0 + 0.5),
-                      static_cast<int>(length * dpi / 254.0 + 0.5));
-    } else {
-        std::swprintf(text, 128, L"%d.%d x %d.%d mm", width / 10, width % 10, length / 10,
-                      length % 10);
-    }
-    SetDlgItemTextW(hDlg, IDC_HOST_PAPER, text);
-    std::swprintf(text, 128, L"%d dpi", dpi);
-    SetDlgItemTextW(hDlg, IDC_HOST_RESOLUTION, text);
-    SetDlgItemTextW(hDlg, IDC_HOST_ORIENTATION,
-                    dm.dmOrientation == DMORIENT_LANDSCAPE ? L"Landscape" : L"Portrait");
-    std::swprintf(text, 128, L"%d", dm.dmCopies);
-    SetDlgItemTextW(hDlg, IDC_HOST_COPIES, text);
-    ShowPaperSource(hDlg);
-    // The plug-in hides the driver's colour item in favour of its own black-and-white settings.
-    const OEMCUIPPARAM& param = *plugin_->param;
-    bool colourHidden = false;
-    for (DWORD i = 0; i < param.cDrvOptItems && param.pDrvOptItems != nullptr; ++i) {
-        if (param.pDrvOptItems[i].DMPubID == DMPUB_COLOR &&
-            (param.pDrvOptItems[i].Flags & OPTIF_HIDE) != 0)
-            colourHidden = true;
-    }
-    SetDlgItemTextW(hDlg, IDC_HOST_COLOR,
-                    colourHidden ? L"Monochrome; conversion to black and white is on the Print page"
-                                 : L"Monochrome");
-}
-
-void SheetHost::ShowPaperSource(HWND hDlg) {
-    wchar_t text[64];
-    const short source = plugin_->publicDM->dmDefaultSource;
-    if (source == 0)
-        std::swprintf(text, 64, L"Automatically select");
-    else
-        std::swprintf(text, 64, L"Source %d", source);
-    SetDlgItemTextW(hDlg, IDC_HOST_SOURCE, text);
-}
-
-LONG_PTR SheetHost::OnApply(HWND hDlg) {
-    if (CallApplyNow(*plugin_->param, hDlg) == CPSUICB_ACTION_NO_APPLY_EXIT) {
-        outcome_.applyRefused = true;
-        return PSNRET_INVALID_NOCHANGEPAGE;
-    }
-    outcome_.applyRefused = false;
-    outcome_.applied = true;
-    ShowPaperSource(hDlg);
-    return PSNRET_NOERROR;
 }
 
 void SheetHost::StepFailed(const char* step, const std::wstring& why) {
@@ -506,7 +286,7 @@ void SheetHost::BringUp() {
     }
     Press(press);
     if (press != SheetPress::kCancel)
-        PostMessageW(firstPage_, kMsgAfterPress, 0, 0);
+        Later(AfterPressTimer);
 }
 
 // The sequences of --property, in this one opening: each one's steps, its choices and an Apply.
@@ -557,13 +337,14 @@ void SheetHost::RunSequences(const std::vector<std::wstring>& titles) {
     }
     Press(SheetPress::kOk);
     outcome_.recordAtOk = Record();
-    PostMessageW(firstPage_, kMsgAfterPress, 0, 0);
+    Later(AfterPressTimer);
 }
 
-// The settings record as the plug-in's apply leaves it in the driver's buffer.
+// The settings record of the last accepted apply, as the driver wrote it to the caller.
 std::vector<uint8_t> SheetHost::Record() const {
-    const auto* bytes = static_cast<const uint8_t*>(plugin_->param->pOEMDM);
-    return std::vector<uint8_t>(bytes, bytes + plugin_->publicDM->dmDriverExtra);
+    if (lastApplied_.size() < sizeof(DEVMODEW))
+        return {};
+    return std::vector<uint8_t>(lastApplied_.begin() + sizeof(DEVMODEW), lastApplied_.end());
 }
 
 // Removes the pictures of an earlier run first, so that a model with fewer pages leaves none of
@@ -612,7 +393,8 @@ void SheetHost::WaitForUser() {
     Out("sheet       : open; close it with OK or Cancel (the host gives up and cancels after %d "
         "s; --press closes it by itself)\n",
         script_.waitSeconds);
-    waitTimer_ = SetTimer(nullptr, 0, static_cast<UINT>(script_.waitSeconds) * 1000u, WaitOver);
+    timers_.push_back(
+        SetTimer(nullptr, 0, static_cast<UINT>(script_.waitSeconds) * 1000u, WaitOver));
 }
 
 void SheetHost::GiveUp() {
@@ -632,12 +414,26 @@ void SheetHost::Press(SheetPress press) {
                              : press == SheetPress::kApply ? "apply"
                                                            : "cancel");
     }
+    // The driver writes the caller's buffer on each accepted apply only: a blank dmSize shows
+    // whether this press wrote it.
+    const bool applies = press != SheetPress::kCancel && !Baseline();
+    if (applies)
+        reinterpret_cast<DEVMODEW*>(out_->data())->dmSize = 0;
     // Sent, not posted as PropSheet_PressButton does, so the press is over when this returns.
     SendMessageW(sheet_, PSM_PRESSBUTTON, button, 0);
+    if (!applies)
+        return;
+    const bool written = reinterpret_cast<const DEVMODEW*>(out_->data())->dmSize != 0;
+    if (written)
+        lastApplied_ = *out_;
+    outcome_.applied = written;
+    outcome_.applyRefused = !written;
 }
 
 void SheetHost::AfterPress() {
     // OK that the plug-in refused leaves the sheet open, and Apply never closes it.
+    if (!IsWindow(sheet_))
+        return;
     if (outcome_.applyRefused && !script_.quiet)
         Out("sheet       : the plug-in refused the apply; closing with cancel\n");
     Press(SheetPress::kCancel);
@@ -649,7 +445,19 @@ void SheetHost::OnActivate(HWND window) {
         return;
     wchar_t cls[16] = {};
     GetClassNameW(window, cls, 16);
-    if (std::wstring(cls) != L"#32770" || GetDlgItem(window, kSheetTabControlId) != nullptr)
+    if (std::wstring(cls) != L"#32770")
+        return;
+    if (GetDlgItem(window, kSheetTabControlId) != nullptr) {
+        // The sheet itself, shown: the script runs from its loop.
+        if (sheet_ == nullptr) {
+            sheet_ = window;
+            outcome_.cameUp = true;
+            Later(BringUpTimer);
+        }
+        return;
+    }
+    // Message boxes are answered only when a script drives the sheet; a user answers them.
+    if (script_.press == SheetPress::kNone)
         return;
     HWND textControl = GetDlgItem(window, kMessageBoxTextId);
     if (textControl == nullptr) {
@@ -700,20 +508,6 @@ void SheetHost::AnswerFileDialog(HWND window) {
 
 }  // namespace
 
-LONG CallApplyNow(OEMCUIPPARAM& param, HWND hDlg) {
-    CPSUICBPARAM cb = {};
-    cb.cbSize = sizeof cb;
-    cb.Reason = CPSUICB_REASON_APPLYNOW;
-    cb.hDlg = hDlg;
-    cb.pOptItem = param.pOEMOptItems;
-    cb.cOptItem = static_cast<WORD>(param.cOEMOptItems);
-    cb.Result = CPSUI_OK;
-    const LONG action = param.OEMCUIPCallback(&cb, &param);
-    Detail("APPLYNOW    : callback returned %ld%s\n", static_cast<long>(action),
-           action == CPSUICB_ACTION_NO_APPLY_EXIT ? " (not applied)" : "");
-    return action;
-}
-
 double SecondsSince(LARGE_INTEGER start) {
     LARGE_INTEGER now, frequency;
     QueryPerformanceCounter(&now);
@@ -722,18 +516,96 @@ double SecondsSince(LARGE_INTEGER start) {
            static_cast<double>(frequency.QuadPart);
 }
 
-bool OpenPluginSheet(const SheetPlugin& plugin, const SheetScript& script, LARGE_INTEGER start,
-                     SheetOutcome& outcome, std::wstring& error) {
+bool OpenPrinterSheet(HANDLE printer, std::wstring& printerName, std::vector<uint8_t>& in,
+                      std::vector<uint8_t>& out, const SheetScript& script, LARGE_INTEGER start,
+                      SheetOutcome& outcome, std::wstring& error) {
     outcome = SheetOutcome{};
-    if (plugin.param == nullptr || plugin.param->OEMCUIPCallback == nullptr) {
-        error = L"the plug-in installed no OEMCUIPCallback, so the sheet could not apply";
+    if (out.size() < sizeof(DEVMODEW) || in.size() < sizeof(DEVMODEW)) {
+        error = L"no devmode to open the sheet on";
         return false;
     }
-    SheetHost host(&plugin, script, nullptr, start, outcome);
-    return host.Open(error);
+    SheetHost host(&out, script, nullptr, start, outcome);
+    return host.Run(
+        [&] {
+            return DocumentPropertiesW(nullptr, printer, printerName.data(),
+                                       reinterpret_cast<DEVMODEW*>(out.data()),
+                                       reinterpret_cast<DEVMODEW*>(in.data()),
+                                       DM_IN_BUFFER | DM_IN_PROMPT | DM_OUT_BUFFER);
+        },
+        error);
 }
 
-bool OpenBaselineSheet(const std::vector<PluginPageTemplate>& pages, SheetOutcome& outcome,
+namespace {
+
+// Skips a sz_Or_Ord member of a dialog template: 0 (none), 0xFFFF and an ordinal, or a string.
+const WORD* SkipNameOrOrdinal(const WORD* p, const WORD* end) {
+    if (p >= end)
+        return end;
+    if (*p == 0)
+        return p + 1;
+    if (*p == 0xFFFF)
+        return p + 2;
+    while (p < end && *p != 0)
+        ++p;
+    return p + 1;
+}
+
+// The caption of a dialog template (DLGTEMPLATEEX or DLGTEMPLATE), read within its `bytes`.
+std::wstring DialogCaption(const void* data, DWORD bytes) {
+    const auto* p = static_cast<const WORD*>(data);
+    const WORD* end = p + bytes / sizeof(WORD);
+    const bool extended = bytes >= 4 && p[0] == 1 && p[1] == 0xFFFF;
+    // Header up to the menu: DLGTEMPLATEEX 26 bytes, DLGTEMPLATE 18.
+    p += extended ? 13 : 9;
+    p = SkipNameOrOrdinal(SkipNameOrOrdinal(p, end), end);
+    std::wstring caption;
+    while (p < end && *p != 0)
+        caption += static_cast<wchar_t>(*p++);
+    return caption;
+}
+
+struct TemplateSearch {
+    const std::wstring* title;
+    WORD found;
+};
+
+BOOL CALLBACK MatchDialog(HMODULE module, LPCWSTR, LPWSTR name, LONG_PTR param) {
+    auto* search = reinterpret_cast<TemplateSearch*>(param);
+    if (!IS_INTRESOURCE(name))
+        return TRUE;
+    HRSRC found = FindResourceW(module, name, MAKEINTRESOURCEW(5));  // RT_DIALOG
+    HGLOBAL loaded = found != nullptr ? LoadResource(module, found) : nullptr;
+    const void* data = loaded != nullptr ? LockResource(loaded) : nullptr;
+    if (data == nullptr || DialogCaption(data, SizeofResource(module, found)) != *search->title)
+        return TRUE;
+    search->found = static_cast<WORD>(reinterpret_cast<ULONG_PTR>(name));
+    return FALSE;
+}
+
+}  // namespace
+
+bool FindPageTemplates(const std::vector<std::wstring>& titles, const std::vector<HMODULE>& modules,
+                       std::vector<PageTemplate>& pages, std::wstring& error) {
+    pages.clear();
+    for (const std::wstring& title : titles) {
+        TemplateSearch search{&title, 0};
+        for (HMODULE module : modules) {
+            EnumResourceNamesW(module, MAKEINTRESOURCEW(5), MatchDialog,
+                               reinterpret_cast<LONG_PTR>(&search));
+            if (search.found != 0) {
+                pages.push_back({module, search.found});
+                break;
+            }
+        }
+        if (search.found == 0) {
+            error = L"no dialog template is titled " + title;
+            return false;
+        }
+    }
+    return true;
+}
+
+bool OpenBaselineSheet(const std::vector<PageTemplate>& pages, SheetOutcome& outcome,
                        std::wstring& error) {
     SheetScript script;
     script.activateAll = true;
@@ -743,11 +615,16 @@ bool OpenBaselineSheet(const std::vector<PluginPageTemplate>& pages, SheetOutcom
     LARGE_INTEGER start;
     QueryPerformanceCounter(&start);
     SheetHost host(nullptr, script, &pages, start, outcome);
-    if (!host.Open(error))
+    if (!host.Run(
+            [&] {
+                return CommonPropertySheetUIW(nullptr, BaselineSheetCallback,
+                                              reinterpret_cast<LPARAM>(&host), nullptr);
+            },
+            error))
         return false;
-    if (outcome.pages != static_cast<int>(pages.size()) + 1 || outcome.stepFailed) {
+    if (outcome.pages != static_cast<int>(pages.size()) || outcome.stepFailed) {
         error = L"the baseline sheet brought up " + std::to_wstring(outcome.pages) +
-                L" pages, not " + std::to_wstring(pages.size() + 1);
+                L" pages, not " + std::to_wstring(pages.size());
         return false;
     }
     return true;

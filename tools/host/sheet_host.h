@@ -1,5 +1,7 @@
-// The document property sheet as the universal driver opens it: Wine's CommonPropertySheetUIW,
-// the driver's own first page, the plug-in's pages, and apply routed to the plug-in's callback.
+// The printer's document property sheet as an application opens it: DocumentPropertiesW with a
+// prompt, which the spooler hands to the driver's configuration module. The sheet comes up on
+// this thread inside that call; the host finds it from the application's side (a CBT hook) and
+// drives it from thread timers, which the sheet's own message loop dispatches.
 #pragma once
 
 #include <cstdint>
@@ -8,19 +10,6 @@
 
 #include "host_options.h"
 #include "win/oem_framework_win.h"
-
-// What the sheet needs from the host's run. Every pointer must outlive the sheet.
-struct SheetPlugin {
-    IPrintOemUI* ui = nullptr;
-    HMODULE module = nullptr;
-    HANDLE printer = nullptr;
-    HANDLE heap = nullptr;
-    std::wstring* printerName = nullptr;  // the buffer OEMCUIPPARAM points into
-    std::wstring model;
-    std::wstring pluginPath;
-    DEVMODEW* publicDM = nullptr;
-    OEMCUIPPARAM* param = nullptr;  // the second CommonUIProp call's block, callback installed
-};
 
 // What to do once the sheet is up; the default leaves the sheet to the user.
 struct SheetScript {
@@ -52,29 +41,27 @@ struct SequenceOutcome {
     std::vector<uint8_t> record;  // the record after an accepted Apply
 };
 
-// A page as the plug-in added it: its module and dialog template.
-struct PluginPageTemplate {
+// A page's module and dialog template, found by the page's title among the dialogs of the
+// modules the sheet's pages come from.
+struct PageTemplate {
     HINSTANCE module = nullptr;
     WORD dialogId = 0;
 };
 
 struct SheetOutcome {
-    LONG returned = 0;                // CommonPropertySheetUIW's return value
-    DWORD result = 0;                 // its *pResult
+    LONG returned = 0;                // DocumentPropertiesW's (or CommonPropertySheetUIW's) answer
     int pages = 0;                    // every page of the sheet, the driver's included
-    bool applied = false;             // an apply the plug-in accepted
+    bool applied = false;             // an apply the plug-in accepted (the devmode was written)
     bool applyRefused = false;        // the last apply was refused (validation failed)
     bool stepFailed = false;          // a scripted step, screenshot or press could not be done
     bool closedByPlugin = false;      // a step made the plug-in close the sheet (SC_CLOSE)
-    bool cameUp = false;              // the sheet's first page was created
+    bool cameUp = false;              // the sheet window was found
     bool timedOut = false;            // nobody closed the sheet in time; cancelled
     int screenshots = 0;              // pictures taken after the steps
     double secondsToPagesUp = 0;      // from the caller's start to every page initialised
     std::vector<double> pageSeconds;  // each page's first activation (the first page's is 0)
     std::vector<std::wstring> titles;
-    std::vector<PluginPageTemplate> pluginPages;  // in the order the plug-in added them
-    bool pageNotRebuildable = false;              // a page came without a resource template
-    std::wstring lastBoxTitle;                    // the title of the last message box answered
+    std::wstring lastBoxTitle;  // the title of the last message box answered
     // With random sequences: the user's choices on the plug-in's pages as the sheet came up
     // (PageChoices), each sequence's outcome, and the record after the closing OK.
     std::string choicesAtOpen;
@@ -82,18 +69,23 @@ struct SheetOutcome {
     std::vector<uint8_t> recordAtOk;
 };
 
-// Opens the sheet and returns when it is closed. `start` (QueryPerformanceCounter) is when the
-// caller's clock started. False with a reason in `error` when the sheet could not be opened.
-bool OpenPluginSheet(const SheetPlugin& plugin, const SheetScript& script, LARGE_INTEGER start,
-                     SheetOutcome& outcome, std::wstring& error);
+// Opens the printer's sheet on `in` (a whole devmode) and returns when it is closed. `out` has
+// the size the spooler asked for; it receives the devmode of each accepted apply and is left
+// alone otherwise. `start` (QueryPerformanceCounter) is when the caller's clock started. False
+// with a reason in `error` when the sheet could not be opened.
+bool OpenPrinterSheet(HANDLE printer, std::wstring& printerName, std::vector<uint8_t>& in,
+                      std::vector<uint8_t>& out, const SheetScript& script, LARGE_INTEGER start,
+                      SheetOutcome& outcome, std::wstring& error);
 
-// The baseline of --time: the same sheet through CommonPropertySheetUIW, the driver's page and
-// `pages` (the plug-in's own dialog templates) driven by a procedure that fills nothing, each
-// page activated once, then cancelled. The times run from just before the call.
-bool OpenBaselineSheet(const std::vector<PluginPageTemplate>& pages, SheetOutcome& outcome,
+// The dialog templates of the pages titled `titles`, looked up in `modules`; false with the
+// title that none of them holds in `error`.
+bool FindPageTemplates(const std::vector<std::wstring>& titles, const std::vector<HMODULE>& modules,
+                       std::vector<PageTemplate>& pages, std::wstring& error);
+
+// The baseline of --time: a sheet through CommonPropertySheetUIW with the same dialog templates
+// (`pages`, the driver's first) driven by a procedure that fills nothing, each page activated
+// once, then cancelled. The times run from just before the call.
+bool OpenBaselineSheet(const std::vector<PageTemplate>& pages, SheetOutcome& outcome,
                        std::wstring& error);
-
-// The CPSUICB_REASON_APPLYNOW call the driver's option page makes when the sheet applies.
-LONG CallApplyNow(OEMCUIPPARAM& param, HWND hDlg);
 
 double SecondsSince(LARGE_INTEGER start);
