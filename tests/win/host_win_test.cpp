@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host_run_win.h"
+#include "settings/oemdev.h"
 #include "ports/platform_win.h"
 #include "win/text_win.h"
 
@@ -30,12 +31,22 @@ TEST_F(HostWin, DamagedDevmodeFileFallsBackToTheModelDefaults) {
     const HostRun run = RunHost(L"--press ok --verbose --devmode \"" + DevmodePath(printer) +
                                 L"\" " + PrinterArgs(printer, L"TRX418A NOCUT"));
     ASSERT_EQ(0u, run.exitCode) << run.output;
-    EXPECT_TRUE(Contains(run.output, "damaged") &&
-                Contains(run.output, "settings    : the plug-in reset the kept settings"))
+    EXPECT_TRUE(Contains(run.output, "settings    : " + Narrow(DevmodePath(printer)) +
+                                         " is damaged (dmSize 220 + dmDriverExtra 3329 does "
+                                         "not match the file's 1000 bytes)"))
         << run.output;
     EXPECT_EQ("PRN_PROP_CUTTER_TEAROFF_END_PAGE (0x10)", Field(run.output, "cutMode"));
     // The spooler keeps a whole devmode again.
     EXPECT_EQ(bytes.size(), StoredDevmode(printer).size());
+
+    // A whole devmode whose record names another model: the plug-in resets it, and says why.
+    bytes.replace(sizeof(DEVMODEW) + OEMDEV_HEADER_SIZE, 3, std::string("J7\0", 3));
+    std::ofstream(DevmodePath(printer).c_str(), std::ios::binary).write(bytes.data(), bytes.size());
+    const HostRun other = RunHost(L"--press ok --devmode \"" + DevmodePath(printer) + L"\" " +
+                                  PrinterArgs(printer, L"TRX418A NOCUT"));
+    EXPECT_TRUE(Contains(other.output, "settings    : the plug-in reset the kept settings ("))
+        << other.output;
+    EXPECT_TRUE(Contains(other.output, "the record names another model, or none")) << other.output;
 }
 
 TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {

@@ -710,8 +710,8 @@ int Run(HostOptions opts) {
             case DevmodeFileStatus::kAbsent:
                 return FailExit("--devmode", opts.devmodeFile + L": no such file");
             case DevmodeFileStatus::kDamaged:
-                Detail("devmode     : %s damaged (%s), starting from the spooler's default\n",
-                       Utf8(opts.devmodeFile).c_str(), Utf8(why).c_str());
+                Out("settings    : %s is damaged (%s); started from the spooler's default\n",
+                    Utf8(opts.devmodeFile).c_str(), Utf8(why).c_str());
                 break;
         }
     } else {
