@@ -1,127 +1,207 @@
-// Stand-in for the universal driver's configuration module: the two exports Wine's spooler calls.
+// KivDrvCfg.dll: the universal printer driver's UI part, as the configuration module of the
+// Wine printers that the host and the Windows tests install. A test and demonstration module:
+// it is never shipped, and the real driver package (driver/) does not name it.
 //
-// Wine has no universal printer driver. When a printer is added, Wine's spooler loads the
-// driver's configuration file and asks DrvDocumentPropertySheets for the printer's default
-// devmode; without that export AddPrinterW crashes. This module answers with a plain public
-// devmode for a thermal roll printer and adds no pages of its own.
-#include <cstddef>
+// What it does: for every request of the spooler it finds the plug-in as the universal driver
+// does (the printer driver's dependent `.ini`, its [OEMFiles] OEMConfigFile1), loads it through
+// DllGetClassObject(CLSID_OEMUI), publishes its own IPrintOemDriverUI, and lets it go again when
+// the request is answered. Every devmode it hands out is the public DEVMODEW followed by the
+// plug-in's block (which starts with its OEM_DMEXTRAHEADER), made through the plug-in's DevMode:
+// size, default, merge of an incoming devmode (a damaged record comes back repaired, another
+// driver's private part gets the defaults) and conversion. With a prompt it adds its own first
+// page and the plug-in's pages to the spooler's common property sheet and routes apply to the
+// plug-in's OEMCUIPCallback; each accepted apply (OK included) writes the devmode to the caller's
+// pdmOut, so an application sees what was applied while the sheet is still open. Device
+// capabilities (paper sizes, paper sources) come from the model's GPD.
+//
+// What it does not do: no rendering, no printer property sheet (DrvDevicePropertySheets), no
+// option-item tree page (Wine's common sheet has none), no driver features beyond the table its
+// DrvGetDriverSetting answers from, and no upgrade of a devmode of an older driver format.
 #include <cstring>
+#include <exception>
+#include <vector>
 
-#include "win/oem_framework_win.h"
+#include "driver_sheet.h"
+#include "plugin_session.h"
 
 namespace {
 
-// 80 mm roll paper, an A4-long page, 203 dpi: what the host and the model GPDs default to.
-constexpr short kPaperWidth = 800;    // tenths of a millimetre
-constexpr short kPaperLength = 2970;  // tenths of a millimetre
-constexpr short kDpi = 203;
-constexpr DWORD kFields = DM_ORIENTATION | DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH |
-                          DM_COPIES | DM_DEFAULTSOURCE | DM_PRINTQUALITY | DM_COLOR |
-                          DM_YRESOLUTION;
+// DrvConvertDevMode's modes.
+constexpr DWORD kCdmConvert = 0x01;
+constexpr DWORD kCdmConvert351 = 0x02;
+constexpr DWORD kCdmDriverDefault = 0x04;
 
-void FillDefault(DEVMODEW& dm, const wchar_t* printerName) {
-    std::memset(&dm, 0, sizeof dm);
-    if (printerName != nullptr) {
-        // dmDeviceName holds 31 characters and a terminator; longer names are cut.
-        for (size_t i = 0; i + 1 < CCHDEVICENAME && printerName[i] != L'\0'; ++i)
-            dm.dmDeviceName[i] = printerName[i];
+constexpr DWORD kDriverVersion = 0x0100;
+constexpr DWORD kPublicFields = DM_ORIENTATION | DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH |
+                                DM_COPIES | DM_DEFAULTSOURCE | DM_PRINTQUALITY | DM_COLOR |
+                                DM_YRESOLUTION;
+// Names in DC_PAPERNAMES and DC_BINNAMES take 64 and 24 characters, terminator included.
+constexpr size_t kPaperNameChars = 64;
+constexpr size_t kBinNameChars = 24;
+
+// Runs `body`; an exception becomes `failed` with a last error, as no exception may reach the
+// spooler.
+template <typename T, typename Body>
+T Guarded(T failed, Body body) {
+    try {
+        return body();
+    } catch (const std::exception&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    } catch (...) {
+        SetLastError(ERROR_INVALID_DATA);
     }
-    dm.dmSpecVersion = DM_SPECVERSION;
-    dm.dmDriverVersion = 0x0100;
-    dm.dmSize = sizeof(DEVMODEW);
-    dm.dmDriverExtra = 0;
-    dm.dmFields = kFields;
-    dm.dmOrientation = DMORIENT_PORTRAIT;
-    dm.dmPaperSize = DMPAPER_USER;
-    dm.dmPaperLength = kPaperLength;
-    dm.dmPaperWidth = kPaperWidth;
-    dm.dmCopies = 1;
-    dm.dmDefaultSource = DMBIN_AUTO;
-    dm.dmPrintQuality = kDpi;
-    dm.dmColor = DMCOLOR_MONOCHROME;
-    dm.dmYResolution = kDpi;
+    return failed;
 }
 
-// Takes over the caller's choices for the fields this driver knows, when its devmode is long
-// enough to hold them.
-void MergeFrom(DEVMODEW& dm, const DEVMODEW& in) {
-    if (in.dmSize < offsetof(DEVMODEW, dmYResolution) + sizeof in.dmYResolution)
-        return;
-    const DWORD f = in.dmFields & kFields;
-    if (f & DM_ORIENTATION)
-        dm.dmOrientation = in.dmOrientation;
-    if (f & DM_PAPERSIZE)
-        dm.dmPaperSize = in.dmPaperSize;
-    if ((f & DM_PAPERLENGTH) && in.dmPaperLength > 0)
-        dm.dmPaperLength = in.dmPaperLength;
-    if ((f & DM_PAPERWIDTH) && in.dmPaperWidth > 0)
-        dm.dmPaperWidth = in.dmPaperWidth;
-    if ((f & DM_COPIES) && in.dmCopies > 0)
-        dm.dmCopies = in.dmCopies;
-    if (f & DM_DEFAULTSOURCE)
-        dm.dmDefaultSource = in.dmDefaultSource;
-    if ((f & DM_PRINTQUALITY) && in.dmPrintQuality > 0)
-        dm.dmPrintQuality = in.dmPrintQuality;
-    if ((f & DM_YRESOLUTION) && in.dmYResolution > 0)
-        dm.dmYResolution = in.dmYResolution;
+LONG Refuse(DWORD error, const std::wstring& why) {
+    Trace(L"%ls", why.c_str());
+    SetLastError(error);
+    return -1;
 }
 
 LONG DevmodeService(const DOCUMENTPROPERTYHEADER* dph) {
-    if (dph == nullptr || dph->cbSize < sizeof(DOCUMENTPROPERTYHEADER)) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return -1;
-    }
+    if (dph == nullptr || dph->cbSize < sizeof(DOCUMENTPROPERTYHEADER))
+        return Refuse(ERROR_INVALID_PARAMETER, L"no document property header");
+    PluginSession session;
+    std::wstring error;
+    if (!session.Open(dph->pszPrinterName, dph->hPrinter, error))
+        return Refuse(ERROR_INVALID_DATA, error);
     // The size question: no output buffer, or no mode at all.
     if (dph->fMode == 0 || dph->pdmOut == nullptr)
-        return sizeof(DEVMODEW);
+        return static_cast<LONG>(session.DevmodeBytes());
     // Wine sizes the buffer from the answer above but may leave cbOut at 0; a size that is
     // stated must hold the whole devmode.
-    if (dph->cbOut != 0 && dph->cbOut < sizeof(DEVMODEW)) {
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        return -1;
-    }
-    if (dph->fMode & DM_OUT_BUFFER) {
-        DEVMODEW dm;
-        FillDefault(dm, dph->pszPrinterName);
-        if ((dph->fMode & DM_IN_BUFFER) && dph->pdmIn != nullptr)
-            MergeFrom(dm, *dph->pdmIn);
-        std::memcpy(dph->pdmOut, &dm, sizeof dm);
-    }
+    if (dph->cbOut != 0 && dph->cbOut < session.DevmodeBytes())
+        return Refuse(ERROR_INSUFFICIENT_BUFFER, L"the output buffer is too small");
+    if ((dph->fMode & DM_OUT_BUFFER) == 0)
+        return IDOK;
+    const DEVMODEW* in = (dph->fMode & DM_IN_BUFFER) ? dph->pdmIn : nullptr;
+    const size_t inBytes = in != nullptr ? size_t{in->dmSize} + in->dmDriverExtra : 0;
+    std::vector<uint8_t> devmode;
+    if (!session.Compose(in, inBytes, false, devmode, error))
+        return Refuse(ERROR_INVALID_DATA, error);
+    std::memcpy(dph->pdmOut, devmode.data(), devmode.size());
     return IDOK;
+}
+
+// Copies `count` fixed-width names into `out`, each cut to `width` - 1 characters and padded.
+void PutNames(void* out, const std::vector<GpdOption>& options, size_t width) {
+    auto* names = static_cast<wchar_t*>(out);
+    for (size_t i = 0; i < options.size(); ++i) {
+        wchar_t* name = names + i * width;
+        std::memset(name, 0, width * sizeof(wchar_t));
+        wcsncpy(name, options[i].name.c_str(), width - 1);
+    }
+}
+
+DWORD Capability(HANDLE printer, const wchar_t* device, WORD cap, void* out) {
+    switch (cap) {
+        case DC_SIZE:
+            return sizeof(DEVMODEW);
+        case DC_FIELDS:
+            return kPublicFields;
+        case DC_DRIVER:
+            return kDriverVersion;
+        case DC_COPIES:
+            return 1;
+        default:
+            break;
+    }
+    std::wstring error;
+    if (cap == DC_EXTRA) {
+        PluginSession session;
+        if (!session.Open(device, printer, error))
+            return static_cast<DWORD>(Refuse(ERROR_INVALID_DATA, error));
+        return session.RecordBytes();
+    }
+    GpdModel model;
+    std::wstring plugin;
+    HANDLE own = nullptr;
+    if (printer == nullptr) {
+        PRINTER_DEFAULTSW defaults = {nullptr, nullptr, PRINTER_ACCESS_USE};
+        if (device == nullptr || !OpenPrinterW(const_cast<wchar_t*>(device), &own, &defaults))
+            return static_cast<DWORD>(Refuse(ERROR_INVALID_PARAMETER, L"no printer"));
+        printer = own;
+    }
+    const bool read = ReadDriverFiles(printer, model, plugin, error);
+    if (own != nullptr)
+        ClosePrinter(own);
+    if (!read)
+        return static_cast<DWORD>(Refuse(ERROR_INVALID_DATA, error));
+    const DWORD papers = static_cast<DWORD>(model.papers.size());
+    const DWORD bins = static_cast<DWORD>(model.bins.size());
+    switch (cap) {
+        case DC_PAPERS:
+            for (DWORD i = 0; out != nullptr && i < papers; ++i)
+                static_cast<WORD*>(out)[i] = static_cast<WORD>(kFirstPaperId + i);
+            return papers;
+        case DC_PAPERSIZE:
+            for (DWORD i = 0; out != nullptr && i < papers; ++i) {
+                static_cast<POINT*>(out)[i] =
+                    POINT{.x = DotsToTenthsOfMm(model.papers[i].widthDots, model.dpi),
+                          .y = DotsToTenthsOfMm(model.papers[i].lengthDots, model.dpi)};
+            }
+            return papers;
+        case DC_PAPERNAMES:
+            if (out != nullptr)
+                PutNames(out, model.papers, kPaperNameChars);
+            return papers;
+        case DC_BINS:
+            for (DWORD i = 0; out != nullptr && i < bins; ++i)
+                static_cast<WORD*>(out)[i] = static_cast<WORD>(DMBIN_USER + i);
+            return bins;
+        case DC_BINNAMES:
+            if (out != nullptr)
+                PutNames(out, model.bins, kBinNameChars);
+            return bins;
+        default:
+            // Resolutions, media types and the rest: nothing under Wine asks for them.
+            return 0;
+    }
 }
 
 }  // namespace
 
 extern "C" LONG WINAPI DrvDocumentPropertySheets(PPROPSHEETUI_INFO pPSUIInfo, LPARAM lParam) {
-    if (pPSUIInfo == nullptr)
-        return DevmodeService(reinterpret_cast<const DOCUMENTPROPERTYHEADER*>(lParam));
-    // A sheet: this stand-in adds no pages; every reason succeeds.
-    switch (pPSUIInfo->Reason) {
-        case PROPSHEETUI_REASON_INIT:
-        case PROPSHEETUI_REASON_GET_INFO_HEADER:
-        case PROPSHEETUI_REASON_DESTROY:
-        case PROPSHEETUI_REASON_BEFORE_INIT:
-            pPSUIInfo->Result = CPSUI_OK;
-            return 1;
-        default:
-            return 1;
-    }
+    return Guarded<LONG>(-1, [&] {
+        if (pPSUIInfo == nullptr)
+            return DevmodeService(reinterpret_cast<const DOCUMENTPROPERTYHEADER*>(lParam));
+        return DocumentSheet(pPSUIInfo, lParam);
+    });
 }
 
-extern "C" DWORD WINAPI DrvDeviceCapabilities(HANDLE, PWSTR, WORD iDevCap, void*, DEVMODEW*) {
-    switch (iDevCap) {
-        case DC_SIZE:
-            return sizeof(DEVMODEW);
-        case DC_EXTRA:
-            return 0;
-        case DC_FIELDS:
-            return kFields;
-        case DC_DRIVER:
-            return 0x0100;
-        case DC_COPIES:
-            return 1;
-        default:
-            // Lists (papers, bins, resolutions) are empty: nothing under Wine asks for them.
-            return 0;
-    }
+extern "C" BOOL WINAPI DrvConvertDevMode(LPWSTR pPrinterName, DEVMODEW* pdmIn, DEVMODEW* pdmOut,
+                                         LONG* pcbNeeded, DWORD fMode) {
+    return Guarded<BOOL>(FALSE, [&]() -> BOOL {
+        if (pcbNeeded == nullptr || pdmOut == nullptr ||
+            (fMode & (kCdmConvert | kCdmConvert351 | kCdmDriverDefault)) == 0 ||
+            ((fMode & kCdmDriverDefault) == 0 && pdmIn == nullptr)) {
+            SetLastError(ERROR_INVALID_PARAMETER);
+            return FALSE;
+        }
+        PluginSession session;
+        std::wstring error;
+        if (!session.Open(pPrinterName, nullptr, error))
+            return Refuse(ERROR_INVALID_DATA, error) >= 0;
+        const LONG needed = static_cast<LONG>(session.DevmodeBytes());
+        if (*pcbNeeded < needed) {
+            *pcbNeeded = needed;
+            SetLastError(ERROR_INSUFFICIENT_BUFFER);
+            return FALSE;
+        }
+        const bool toDefault = (fMode & kCdmDriverDefault) != 0;
+        const size_t inBytes = toDefault ? 0 : size_t{pdmIn->dmSize} + pdmIn->dmDriverExtra;
+        std::vector<uint8_t> devmode;
+        if (!session.Compose(toDefault ? nullptr : pdmIn, inBytes, true, devmode, error))
+            return Refuse(ERROR_INVALID_DATA, error) >= 0;
+        std::memcpy(pdmOut, devmode.data(), devmode.size());
+        *pcbNeeded = needed;
+        return TRUE;
+    });
+}
+
+extern "C" DWORD WINAPI DrvDeviceCapabilities(HANDLE hPrinter, PWSTR pDeviceName, WORD iDevCap,
+                                              void* pOutput, DEVMODEW*) {
+    return Guarded<DWORD>(GDI_ERROR,
+                          [&] { return Capability(hPrinter, pDeviceName, iDevCap, pOutput); });
 }

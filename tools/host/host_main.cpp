@@ -20,7 +20,7 @@
 #include <vector>
 
 #include "devmode_file.h"
-#include "host_driver_ui.h"
+#include "driver_ui.h"
 #include "host_options.h"
 #include "driver_package.h"
 #include "host_output.h"
@@ -369,8 +369,7 @@ struct DriverItems {
 // One opening's common UI entry: the parameter block and what it points to, kept for as long
 // as the sheet that uses it.
 struct CommonUiCall {
-    OEMUIPROCS procs = {HostDriverUI::GetSettingProc, HostDriverUI::UpdateUISettingProc};
-    OEMUIOBJ uiObj = {sizeof(OEMUIOBJ), &procs};
+    DriverObject driverObject;
     DriverItems drv;
     OEMCUIPPARAM param = {};
     HANDLE heap = nullptr;
@@ -387,13 +386,14 @@ struct CommonUiCall {
 
 // CommonUIProp twice, as the driver calls it for a document sheet: counting, then with the item
 // array. `secondCall` receives the moment just before the second call.
-bool CallCommonUI(PluginSession& s, HostDriverUI& helper, std::wstring& printerName,
-                  DEVMODEW& publicDM, std::vector<uint8_t>& record, CommonUiCall& call,
-                  LARGE_INTEGER& secondCall, bool quiet) {
+bool CallCommonUI(PluginSession& s, DriverUI& helper, std::wstring& printerName, DEVMODEW& publicDM,
+                  std::vector<uint8_t>& record, CommonUiCall& call, LARGE_INTEGER& secondCall,
+                  bool quiet) {
     OEMCUIPPARAM& param = call.param;
     call.heap = s.heap;
     param.cbSize = sizeof param;
-    param.poemuiobj = &call.uiObj;
+    call.driverObject.helper = &helper;
+    param.poemuiobj = &call.driverObject.obj;
     param.hPrinter = s.printer;
     param.pPrinterName = printerName.data();
     param.hModule = s.module;
@@ -446,7 +446,7 @@ bool ApplyHeadless(OEMCUIPPARAM& param) {
 // Everything a sheet opening needs besides the common UI call.
 struct SheetRun {
     PluginSession& s;
-    HostDriverUI& helper;
+    DriverUI& helper;
     std::wstring& printerName;
     const std::wstring& model;
     DEVMODEW& publicDM;
@@ -931,8 +931,7 @@ int Run(HostOptions opts) {
     if (!LoadPlugin(exeDir, info, s))
         return 2;
 
-    HostDriverUI helper;
-    HostDriverUI::Attach(&helper);
+    DriverUI helper;
     HRESULT hr = s.ui->PublishDriverInterface(static_cast<IPrintOemDriverUI*>(&helper));
     if (FAILED(hr))
         return FailExit("PublishDriverInterface", Hr(hr));
@@ -1043,7 +1042,6 @@ int Run(HostOptions opts) {
 
     // Let the plug-in go as the driver does, so its log is closed before it is read.
     s.Close();
-    HostDriverUI::Attach(nullptr);
     if (helper.References() != 1) {
         return FailExit("release", L"the plug-in kept " + std::to_wstring(helper.References() - 1) +
                                        L" reference(s) to the driver helper");

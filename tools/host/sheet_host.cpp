@@ -10,7 +10,7 @@
 #include <cstdio>
 
 #include "host_output.h"
-#include "host_resource.h"
+#include "drv_config_resource.h"
 #include "page_steps.h"
 #include "png_capture.h"
 
@@ -266,7 +266,7 @@ LONG SheetHost::SheetCallback(PPROPSHEETUI_INFO info, LPARAM lParam) {
 bool SheetHost::AddPages(PPROPSHEETUI_INFO info) {
     if (info->pfnComPropSheet == nullptr || info->hComPropSheet == nullptr)
         return false;
-    std::vector<PluginPageTemplate> pages = {{GetModuleHandleW(nullptr), IDD_HOST_DRIVER_PAGE}};
+    std::vector<PluginPageTemplate> pages = {{GetModuleHandleW(nullptr), IDD_DRIVER_PAGE}};
     if (Baseline())
         pages.insert(pages.end(), baselinePages_->begin(), baselinePages_->end());
     for (size_t i = 0; i < pages.size(); ++i) {
@@ -363,10 +363,10 @@ INT_PTR SheetHost::PageProc(HWND hDlg, UINT msg, WPARAM, LPARAM lParam) {
 
 void SheetHost::FillDriverPage(HWND hDlg) {
     const DEVMODEW& dm = *plugin_->publicDM;
-    SetDlgItemTextW(hDlg, IDC_HOST_PRINTER, plugin_->printerName->c_str());
-    SetDlgItemTextW(hDlg, IDC_HOST_MODEL, plugin_->model.c_str());
+    SetDlgItemTextW(hDlg, IDC_DRIVER_PRINTER, plugin_->printerName->c_str());
+    SetDlgItemTextW(hDlg, IDC_DRIVER_MODEL, plugin_->model.c_str());
     const size_t slash = plugin_->pluginPath.find_last_of(L"\\/");
-    SetDlgItemTextW(hDlg, IDC_HOST_PLUGIN,
+    SetDlgItemTextW(hDlg, IDC_DRIVER_PLUGIN,
                     slash == std::wstring::npos ? plugin_->pluginPath.c_str()
                                                 : plugin_->pluginPath.c_str() + slash + 1);
     wchar_t text[128];
@@ -382,13 +382,13 @@ void SheetHost::FillDriverPage(HWND hDlg) {
         std::swprintf(text, 128, L"%d.%d x %d.%d mm", width / 10, width % 10, length / 10,
                       length % 10);
     }
-    SetDlgItemTextW(hDlg, IDC_HOST_PAPER, text);
+    SetDlgItemTextW(hDlg, IDC_DRIVER_PAPER, text);
     std::swprintf(text, 128, L"%d dpi", dpi);
-    SetDlgItemTextW(hDlg, IDC_HOST_RESOLUTION, text);
-    SetDlgItemTextW(hDlg, IDC_HOST_ORIENTATION,
+    SetDlgItemTextW(hDlg, IDC_DRIVER_RESOLUTION, text);
+    SetDlgItemTextW(hDlg, IDC_DRIVER_ORIENTATION,
                     dm.dmOrientation == DMORIENT_LANDSCAPE ? L"Landscape" : L"Portrait");
     std::swprintf(text, 128, L"%d", dm.dmCopies);
-    SetDlgItemTextW(hDlg, IDC_HOST_COPIES, text);
+    SetDlgItemTextW(hDlg, IDC_DRIVER_COPIES, text);
     ShowPaperSource(hDlg);
     // The plug-in hides the driver's colour item in favour of its own black-and-white settings.
     const OEMCUIPPARAM& param = *plugin_->param;
@@ -398,7 +398,7 @@ void SheetHost::FillDriverPage(HWND hDlg) {
             (param.pDrvOptItems[i].Flags & OPTIF_HIDE) != 0)
             colourHidden = true;
     }
-    SetDlgItemTextW(hDlg, IDC_HOST_COLOR,
+    SetDlgItemTextW(hDlg, IDC_DRIVER_COLOR,
                     colourHidden ? L"Monochrome; conversion to black and white is on the Print page"
                                  : L"Monochrome");
 }
@@ -410,7 +410,7 @@ void SheetHost::ShowPaperSource(HWND hDlg) {
         std::swprintf(text, 64, L"Automatically select");
     else
         std::swprintf(text, 64, L"Source %d", source);
-    SetDlgItemTextW(hDlg, IDC_HOST_SOURCE, text);
+    SetDlgItemTextW(hDlg, IDC_DRIVER_SOURCE, text);
 }
 
 LONG_PTR SheetHost::OnApply(HWND hDlg) {

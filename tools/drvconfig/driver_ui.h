@@ -1,6 +1,7 @@
-// The host's driver helper (IPrintOemDriverUI), the one the universal driver publishes to plug-ins.
+// The driver helper (IPrintOemDriverUI) the universal driver publishes to its plug-ins.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 
@@ -9,12 +10,12 @@
 // Answers DrvGetDriverSetting from a fixed table of feature -> selected option, like the
 // universal driver answers from the GPD's current selections. The other two methods are not
 // implemented; a plug-in must cope with that, as it must with a driver that lacks them.
-class HostDriverUI final : public IPrintOemDriverUI {
+class DriverUI final : public IPrintOemDriverUI {
   public:
-    HostDriverUI();
+    DriverUI();
 
-    // IUnknown. The object lives on the host's stack; the count only records the plug-in's
-    // references, so the host can check they were all given back.
+    // IUnknown. The object lives as long as the request that published it; the count only
+    // records the plug-in's references, so the request can tell they were all given back.
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override;
     ULONG STDMETHODCALLTYPE AddRef() override;
     ULONG STDMETHODCALLTYPE Release() override;
@@ -32,8 +33,7 @@ class HostDriverUI final : public IPrintOemDriverUI {
     // How many times DrvGetDriverSetting was asked, to show what the plug-in used.
     int Queries() const { return queries_; }
 
-    // The obsolete function forms in OEMUIOBJ, routed to `helper`.
-    static void Attach(HostDriverUI* helper) { attached_ = helper; }
+    // The obsolete function forms in OEMUIOBJ; `pdriverobj` is the DriverObject handed out.
     static BOOL APIENTRY GetSettingProc(PVOID pdriverobj, PCSTR Feature, PVOID pOutput,
                                         DWORD cbSize, PDWORD pcbNeeded, PDWORD pdwOptionsReturned);
     static BOOL APIENTRY UpdateUISettingProc(PVOID pdriverobj, PVOID pOptItem,
@@ -43,5 +43,12 @@ class HostDriverUI final : public IPrintOemDriverUI {
     std::map<std::string, std::string> settings_;
     volatile LONG refs_ = 1;
     int queries_ = 0;
-    static HostDriverUI* attached_;
+};
+
+// The OEMUIOBJ the driver hands the plug-in, followed by the helper its function forms answer
+// from: the plug-in passes the object back as `pdriverobj`.
+struct DriverObject {
+    OEMUIPROCS procs = {DriverUI::GetSettingProc, DriverUI::UpdateUISettingProc};
+    OEMUIOBJ obj = {sizeof(OEMUIOBJ), &procs};
+    DriverUI* helper = nullptr;
 };

@@ -1,10 +1,8 @@
-// The host's IPrintOemDriverUI: driver settings by feature name, the rest not implemented.
-#include "host_driver_ui.h"
+// The driver's IPrintOemDriverUI: driver settings by feature name, the rest not implemented.
+#include "driver_ui.h"
 
 #include <cstdint>
 #include <cstring>
-
-HostDriverUI* HostDriverUI::attached_ = nullptr;
 
 namespace {
 
@@ -13,7 +11,7 @@ constexpr size_t kMaxFeatureName = 256;
 
 }  // namespace
 
-HostDriverUI::HostDriverUI() {
+DriverUI::DriverUI() {
     // What the shared GPD selects by default, plus the language monitor's switch.
     settings_["BidiSupport"] = "ENABLE_WAITJOB";
     settings_["Orientation"] = "PORTRAIT";
@@ -21,7 +19,7 @@ HostDriverUI::HostDriverUI() {
     settings_["Resolution"] = "DPI203";
 }
 
-HRESULT STDMETHODCALLTYPE HostDriverUI::QueryInterface(REFIID riid, void** ppv) {
+HRESULT STDMETHODCALLTYPE DriverUI::QueryInterface(REFIID riid, void** ppv) {
     if (ppv == nullptr)
         return E_POINTER;
     if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IPrintOemDriverUI)) {
@@ -33,21 +31,21 @@ HRESULT STDMETHODCALLTYPE HostDriverUI::QueryInterface(REFIID riid, void** ppv) 
     return E_NOINTERFACE;
 }
 
-ULONG STDMETHODCALLTYPE HostDriverUI::AddRef() {
+ULONG STDMETHODCALLTYPE DriverUI::AddRef() {
     return static_cast<ULONG>(InterlockedIncrement(&refs_));
 }
 
-ULONG STDMETHODCALLTYPE HostDriverUI::Release() {
+ULONG STDMETHODCALLTYPE DriverUI::Release() {
     return static_cast<ULONG>(InterlockedDecrement(&refs_));
 }
 
-HRESULT STDMETHODCALLTYPE HostDriverUI::DrvGetDriverSetting(PVOID, PCSTR Feature, PVOID pOutput,
-                                                            DWORD cbSize, PDWORD pcbNeeded,
-                                                            PDWORD pdwOptionsReturned) {
+HRESULT STDMETHODCALLTYPE DriverUI::DrvGetDriverSetting(PVOID, PCSTR Feature, PVOID pOutput,
+                                                        DWORD cbSize, PDWORD pcbNeeded,
+                                                        PDWORD pdwOptionsReturned) {
     ++queries_;
     if (pcbNeeded == nullptr || Feature == nullptr)
         return E_INVALIDARG;
-    // Values below 0x10000 are OEMGDS_ constants, not names; the host keeps none of them.
+    // Values below 0x10000 are OEMGDS_ constants, not names; this driver keeps none of them.
     if (reinterpret_cast<uintptr_t>(Feature) < 0x10000)
         return E_NOTIMPL;
     const size_t len = strnlen(Feature, kMaxFeatureName);
@@ -72,24 +70,28 @@ HRESULT STDMETHODCALLTYPE HostDriverUI::DrvGetDriverSetting(PVOID, PCSTR Feature
     return S_OK;
 }
 
-HRESULT STDMETHODCALLTYPE HostDriverUI::DrvUpgradeRegistrySetting(HANDLE, PCSTR, PCSTR) {
+HRESULT STDMETHODCALLTYPE DriverUI::DrvUpgradeRegistrySetting(HANDLE, PCSTR, PCSTR) {
     return E_NOTIMPL;
 }
 
-HRESULT STDMETHODCALLTYPE HostDriverUI::DrvUpdateUISetting(PVOID, PVOID, DWORD, DWORD) {
+HRESULT STDMETHODCALLTYPE DriverUI::DrvUpdateUISetting(PVOID, PVOID, DWORD, DWORD) {
     return E_NOTIMPL;
 }
 
-BOOL APIENTRY HostDriverUI::GetSettingProc(PVOID pdriverobj, PCSTR Feature, PVOID pOutput,
-                                           DWORD cbSize, PDWORD pcbNeeded,
-                                           PDWORD pdwOptionsReturned) {
-    if (attached_ == nullptr)
+BOOL APIENTRY DriverUI::GetSettingProc(PVOID pdriverobj, PCSTR Feature, PVOID pOutput, DWORD cbSize,
+                                       PDWORD pcbNeeded, PDWORD pdwOptionsReturned) {
+    // OEMUIOBJ is the object's second member; the plug-in hands back a pointer to it.
+    if (pdriverobj == nullptr)
         return FALSE;
-    return SUCCEEDED(attached_->DrvGetDriverSetting(pdriverobj, Feature, pOutput, cbSize, pcbNeeded,
-                                                    pdwOptionsReturned));
+    auto* object = reinterpret_cast<DriverObject*>(static_cast<BYTE*>(pdriverobj) -
+                                                   offsetof(DriverObject, obj));
+    if (object->helper == nullptr)
+        return FALSE;
+    return SUCCEEDED(object->helper->DrvGetDriverSetting(pdriverobj, Feature, pOutput, cbSize,
+                                                         pcbNeeded, pdwOptionsReturned));
 }
 
-BOOL APIENTRY HostDriverUI::UpdateUISettingProc(PVOID, PVOID, DWORD, DWORD) {
+BOOL APIENTRY DriverUI::UpdateUISettingProc(PVOID, PVOID, DWORD, DWORD) {
     SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
     return FALSE;
 }
