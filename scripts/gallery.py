@@ -3,7 +3,8 @@
 
 Each model's folder, written by `run.sh --gallery`, holds `model` (the name), `status` (the
 host's exit code), `run.log` (its output) and `shots/` (the host's NN_<title>.png, 00 being
-the driver's own page).
+the driver's own page). `print_dialog.png` beside index.html, when there, is Wine's print dialog
+with the pages opened from its Properties button (kivprintdlg).
 """
 
 import argparse
@@ -108,7 +109,7 @@ footer { color: #7a8794; font-size: 12px; padding: 0 24px 24px; }
 """
 
 
-def render(models, index_dir, seconds=None, now=None):
+def render(models, index_dir, seconds=None, now=None, print_dialog=None):
     columns, cells = columns_of(models)
     now = now or datetime.datetime.now()
     e = html.escape
@@ -130,6 +131,11 @@ def render(models, index_dir, seconds=None, now=None):
                "tells it.</li>"
                "<li>Admin is shown because the sheet was opened in admin mode "
                "(Ctrl+Shift and a click on the Version page's picture).</li></ul>")
+    if print_dialog:
+        href = e(os.path.relpath(print_dialog, index_dir).replace(os.sep, "/"))
+        out.append('<p class="meta">From an application: Wine\'s print dialog, Properties '
+                   f'(the same pages through the spooler).<br><a href="{href}">'
+                   f'<img src="{href}" alt="print dialog" style="max-width:480px"></a></p>')
     out.append("</header>")
     out.append("<table><thead><tr><th>Model</th>")
     out += [f"<th>{e(c)}</th>" for c in columns]
@@ -173,8 +179,11 @@ def main(argv):
     parser.add_argument("--seconds", type=int, help="how long the capture took")
     args = parser.parse_args(argv)
     models = [Model(folder) for folder in args.folders]
+    index_dir = os.path.dirname(os.path.abspath(args.index))
+    dialog = os.path.join(index_dir, "print_dialog.png")
     with open(args.index, "w", encoding="utf-8") as f:
-        f.write(render(models, os.path.dirname(os.path.abspath(args.index)), args.seconds))
+        f.write(render(models, index_dir, args.seconds,
+                       print_dialog=dialog if os.path.exists(dialog) else None))
     missing = [m.name for m in models if not m.shots]
     print(f"gallery: {args.index} ({len(models)} models"
           + (f"; no pictures for {', '.join(missing)}" if missing else "") + ")")

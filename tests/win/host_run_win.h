@@ -24,8 +24,8 @@ struct HostRun {
     std::string output;  // stdout and stderr together
 };
 
-// Starts kivhost.exe from this program's folder and collects everything it prints.
-inline HostRun RunHost(const std::wstring& args) {
+// Starts `program` from this program's folder and collects everything it prints.
+inline HostRun RunProgram(const std::wstring& program, const std::wstring& args) {
     HostRun run;
     SECURITY_ATTRIBUTES sa = {sizeof sa, nullptr, TRUE};
     HANDLE readEnd = nullptr, writeEnd = nullptr;
@@ -33,7 +33,7 @@ inline HostRun RunHost(const std::wstring& args) {
         return run;
     SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
 
-    std::wstring cmd = L"\"" + ModuleFolder() + L"\\kivhost.exe\" " + args;
+    std::wstring cmd = L"\"" + ModuleFolder() + L"\\" + program + L"\" " + args;
     STARTUPINFOW si = {};
     si.cb = sizeof si;
     si.dwFlags = STARTF_USESTDHANDLES;
@@ -60,6 +60,10 @@ inline HostRun RunHost(const std::wstring& args) {
     CloseHandle(pi.hThread);
     CloseHandle(pi.hProcess);
     return run;
+}
+
+inline HostRun RunHost(const std::wstring& args) {
+    return RunProgram(L"kivhost.exe", args);
 }
 
 inline std::string ReadFileText(const std::wstring& path) {

@@ -202,14 +202,9 @@ LONG_PTR DriverSheet::OnApply(HWND hDlg) {
     if (CallApplyNow(call.param, hDlg) == CPSUICB_ACTION_NO_APPLY_EXIT)
         return PSNRET_INVALID_NOCHANGEPAGE;
     ShowPaperSource(hDlg);
-    // A stated size must hold the whole devmode; the spooler sized the buffer by asking.
-    if (header->pdmOut != nullptr && (header->fMode & DM_OUT_BUFFER) != 0) {
-        if (header->cbOut == 0 || header->cbOut >= devmode.size())
-            std::memcpy(header->pdmOut, devmode.data(), devmode.size());
-        else
-            Trace(L"the caller's buffer (%lu bytes) cannot hold the devmode",
-                  static_cast<unsigned long>(header->cbOut));
-    }
+    // The spooler sized the buffer by asking; its cbOut is not a size (see DevmodeService).
+    if (header->pdmOut != nullptr && (header->fMode & DM_OUT_BUFFER) != 0)
+        std::memcpy(header->pdmOut, devmode.data(), devmode.size());
     return PSNRET_NOERROR;
 }
 

@@ -56,10 +56,10 @@ LONG DevmodeService(const DOCUMENTPROPERTYHEADER* dph) {
     // The size question: no output buffer, or no mode at all.
     if (dph->fMode == 0 || dph->pdmOut == nullptr)
         return static_cast<LONG>(session.DevmodeBytes());
-    // Wine sizes the buffer from the answer above but may leave cbOut at 0; a size that is
-    // stated must hold the whole devmode.
-    if (dph->cbOut != 0 && dph->cbOut < session.DevmodeBytes())
-        return Refuse(ERROR_INSUFFICIENT_BUFFER, L"the output buffer is too small");
+    // The caller sized pdmOut by asking the question above, as DocumentPropertiesW requires.
+    // cbOut cannot say otherwise: Wine's spooler takes it from the output buffer's own dmSize
+    // and dmDriverExtra, which are whatever the fresh buffer held (the print dialog's is
+    // uninitialised heap), so refusing on it would leave the caller's devmode unwritten.
     if ((dph->fMode & DM_OUT_BUFFER) == 0)
         return IDOK;
     const DEVMODEW* in = (dph->fMode & DM_IN_BUFFER) ? dph->pdmIn : nullptr;

@@ -68,14 +68,11 @@ bool FindPngEncoder(CLSID& clsid) {
     return false;
 }
 
-// A 24-bit top-down section of the window's client area as it is drawn now. The frame is left
-// out: without a window manager (Xvfb) Wine leaves the caption to one and draws none.
-HBITMAP CopyWindowPixels(HWND window, int& width, int& height) {
-    RECT r;
-    if (!GetClientRect(window, &r))
-        return nullptr;
-    width = r.right - r.left;
-    height = r.bottom - r.top;
+// A 24-bit top-down section of `area` of the window's client area (of the screen when `window`
+// is null) as it is drawn now.
+HBITMAP CopyPixels(HWND window, const RECT& area) {
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
     if (width <= 0 || height <= 0)
         return nullptr;
     BITMAPINFO info = {};
@@ -94,7 +91,8 @@ HBITMAP CopyWindowPixels(HWND window, int& width, int& height) {
     bool copied = false;
     if (section != nullptr && memory != nullptr) {
         HGDIOBJ old = SelectObject(memory, section);
-        copied = BitBlt(memory, 0, 0, width, height, windowDC, 0, 0, SRCCOPY) != FALSE;
+        copied =
+            BitBlt(memory, 0, 0, width, height, windowDC, area.left, area.top, SRCCOPY) != FALSE;
         SelectObject(memory, old);
     }
     if (memory != nullptr)
@@ -107,12 +105,11 @@ HBITMAP CopyWindowPixels(HWND window, int& width, int& height) {
     return section;
 }
 
-}  // namespace
-
-bool SaveWindowPng(HWND window, const std::wstring& path, int& width, int& height,
+bool SavePixelsPng(HWND window, const RECT& area, const std::wstring& path, int& width, int& height,
                    std::wstring& error) {
-    width = height = 0;
-    HBITMAP pixels = CopyWindowPixels(window, width, height);
+    width = area.right - area.left;
+    height = area.bottom - area.top;
+    HBITMAP pixels = CopyPixels(window, area);
     if (pixels == nullptr) {
         error = L"could not copy the window: " + Win32ErrorText(GetLastError());
         return false;
@@ -146,6 +143,26 @@ bool SaveWindowPng(HWND window, const std::wstring& path, int& width, int& heigh
     GdiplusShutdown(token);
     DeleteObject(pixels);
     return status == 0;
+}
+
+}  // namespace
+
+// The frame is left out: without a window manager (Xvfb) Wine leaves the caption to one and
+// draws none.
+bool SaveWindowPng(HWND window, const std::wstring& path, int& width, int& height,
+                   std::wstring& error) {
+    RECT client;
+    if (!GetClientRect(window, &client)) {
+        width = height = 0;
+        error = L"could not copy the window: " + Win32ErrorText(GetLastError());
+        return false;
+    }
+    return SavePixelsPng(window, client, path, width, height, error);
+}
+
+bool SaveScreenAreaPng(const RECT& area, const std::wstring& path, int& width, int& height,
+                       std::wstring& error) {
+    return SavePixelsPng(nullptr, area, path, width, height, error);
 }
 
 bool MakeDirectories(const std::wstring& dir, std::wstring& error) {
