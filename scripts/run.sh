@@ -53,9 +53,9 @@ if [ "${1:-}" = --gallery ]; then
       [ "$status" -eq 0 ] || echo "   failed with exit $status: $dir/run.log"
     done <"$gallery/models.txt"
     # One application's view: Wine's print dialog with the pages opened from Properties.
-    timeout 60 wine build/windows/kivprintdlg.exe --printer "KIV TRX418A CUT" --page Print \
-      --screenshot "$(winepath -w "$PWD/$gallery/print_dialog.png")" </dev/null >"$gallery/print_dialog.log" 2>&1 ||
-      echo "   print dialog failed: $gallery/print_dialog.log"
+    timeout 60 wine build/windows/kivprintdlg.exe --printer "KIV GALLERY TRX418A CUT" \
+      --page Print --screenshot "$(winepath -w "$PWD/$gallery/print_dialog.png")" \
+      </dev/null >"$gallery/print_dialog.log" 2>&1 || echo "   print dialog failed: $gallery/print_dialog.log"
     # Before xvfb-run takes the display away, or Wine's desktop complains on the terminal.
     wineserver -k
   }
