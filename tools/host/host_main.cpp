@@ -30,6 +30,7 @@
 #include "host_resource.h"
 #include "process_usage.h"
 #include "settings/device_factory.h"
+#include "settings/oemdev.h"
 #include "settings/record_dump.h"
 #include "settings/ui_device_common.h"
 #include "sheet_host.h"
@@ -227,6 +228,22 @@ std::vector<uint8_t> StoredDefault(HANDLE printer) {
     const size_t room = static_cast<size_t>(buf.data() + buf.size() - bytes);
     return std::vector<uint8_t>(bytes,
                                 bytes + std::min(room, size_t{dm->dmSize} + dm->dmDriverExtra));
+}
+
+// Whether `devmode` holds settings someone chose. A new printer's default is the plug-in's
+// default record, whose body stays blank until the pages first open; the plug-in fills it with
+// the model's defaults then, which loses nothing and is no reset worth reporting.
+bool HoldsChosenSettings(const std::vector<uint8_t>& devmode) {
+    DEVMODEW dm;
+    if (devmode.size() < sizeof dm)
+        return false;
+    std::memcpy(&dm, devmode.data(), sizeof dm);
+    OEMDEV record;
+    if (dm.dmDriverExtra < sizeof record || size_t{dm.dmSize} + sizeof record > devmode.size())
+        return true;  // another driver's private part: the plug-in says what it makes of it
+    std::memcpy(&record, devmode.data() + dm.dmSize, sizeof record);
+    return record.dmExtraHeader.dwSignature != KIVITEM_SIGNATURE ||
+           record.payload.modelName[0] != '\0';
 }
 
 bool StoreDefault(SheetRun& run) {
@@ -721,7 +738,7 @@ int Run(HostOptions opts) {
                                          : "the per-user default (GetPrinterW level 9)");
     }
     // Whether the plug-in is handed settings kept from before, or only its defaults.
-    const bool settingsKept = !start.empty();
+    const bool settingsKept = HoldsChosenSettings(start);
     const std::string keptIn = !opts.devmodeFile.empty() ? UnixPathOf(opts.devmodeFile)
                                                          : std::string("the per-user default");
     if (!SpoolerDevmode(run, start, run.devmode))
