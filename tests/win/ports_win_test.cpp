@@ -28,11 +28,8 @@ class PortsWin : public HostTestBase {
 // after a failed send the framework's handle is left alone.
 TEST_F(PortsWin, TheBridgeAndTheSendsOverTheRealPorts) {
     const std::wstring printer = NewPrinter(L"J7");
-    WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
-                           dir_ + L"\\" + SafeFileName(printer) + L".prn"};
-    WinePrinterInfo info;
-    std::wstring error;
-    ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
+    InstallPrinter(printer, L"J7");
+    const std::wstring portFile = dir_ + L"\\" + SafeFileName(printer) + L".prn";
     const Platform& platform = WinPlatform();
     PrinterHandle h = kNoPrinterHandle;
     EXPECT_FALSE(platform.spooler->OpenPrinterByName(u"KIV no such printer", &h));
@@ -81,13 +78,13 @@ TEST_F(PortsWin, TheBridgeAndTheSendsOverTheRealPorts) {
     state.printerNameWide = U16FromWide(printer);
     state.hPrinter = reinterpret_cast<void*>(h);
     SessionSpooler spooler(*platform.spooler, state);
-    ASSERT_TRUE(CreateDirectoryW(setup.outputFile.c_str(), nullptr));
+    ASSERT_TRUE(CreateDirectoryW(portFile.c_str(), nullptr));
     EXPECT_EQ(0, SendFileToPrinter(spooler, bad, true, h, state.printerNameWide));
     EXPECT_EQ(kNoPrinterHandle, LiveFrameworkPrinter(state));
-    ASSERT_TRUE(RemoveDirectoryW(setup.outputFile.c_str()));
+    ASSERT_TRUE(RemoveDirectoryW(portFile.c_str()));
     EXPECT_EQ(1, IsPrinterOnline(spooler, RequestPrinter(spooler, state).Handle()));
     EXPECT_EQ(1, SendFileToPrinter(spooler, good, true, kNoPrinterHandle, state.printerNameWide));
-    EXPECT_EQ("receipt", ReadFileText(setup.outputFile));
+    EXPECT_EQ("receipt", ReadFileText(portFile));
     EXPECT_TRUE(spooler.DriverInfo(RequestPrinter(spooler, state).Handle(), &driver));
 }
 

@@ -36,11 +36,7 @@ class PrintDialogWin : public HostTestBase {
 
 TEST_F(PrintDialogWin, PropertiesOpensThePagesAndOkReturnsTheChangedRecord) {
     const std::wstring printer = NewPrinter(L"ZLD90VII");
-    WinePrinterSetup setup{printer, L"ZLD90VII", ModuleFolder(), ModuleFolder() + L"\\driver",
-                           dir_ + L"\\" + SafeFileName(printer) + L".prn"};
-    WinePrinterInfo info;
-    std::wstring error;
-    ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
+    InstallPrinter(printer, L"ZLD90VII");
 
     // The vertical offset of the Print adjust page, typed by the user, then OK and OK.
     const std::wstring devmode = dir_ + L"\\dialog.devmode";
