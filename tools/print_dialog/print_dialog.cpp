@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "page_steps.h"
 #include "png_capture.h"
 #include "win/windows_headers_win.h"
 
@@ -60,20 +61,6 @@ BOOL CALLBACK FindSheet(HWND window, LPARAM found) {
     return TRUE;
 }
 
-bool SelectPage(HWND sheet, const std::wstring& title) {
-    HWND tabs = PropSheet_GetTabControl(sheet);
-    for (int i = 0; i < TabCtrl_GetItemCount(tabs); ++i) {
-        wchar_t text[128] = {};
-        TCITEMW item = {};
-        item.mask = TCIF_TEXT;
-        item.pszText = text;
-        item.cchTextMax = 127;
-        if (TabCtrl_GetItem(tabs, i, &item) && title == text)
-            return PropSheet_SetCurSel(sheet, nullptr, i) != FALSE;
-    }
-    return false;
-}
-
 // Both windows as they stand on the screen. The sheet comes up over the dialog's corner; moved
 // down and to the right, it leaves the dialog's printer and Properties button in view.
 void TakeScreenshot(HWND sheet) {
@@ -107,10 +94,10 @@ void CALLBACK Step(HWND, UINT, UINT_PTR, DWORD) {
     if (sheet != nullptr && !s.sawSheet) {
         s.sawSheet = true;
         const bool typing = s.control != 0;
-        if (!SelectPage(sheet, s.page)) {
+        HWND page = ActivatePage(sheet, FindPage(SheetPageTitles(sheet), s.page));
+        if (page == nullptr) {
             Fail(L"the sheet has no page \"" + s.page + L"\"");
         } else if (typing) {
-            HWND page = PropSheet_GetCurrentPageHwnd(sheet);
             wchar_t shown[256] = {};
             if (GetDlgItem(page, s.control) == nullptr)
                 Fail(L"the page has no control " + std::to_wstring(s.control));
