@@ -32,10 +32,6 @@ constexpr DWORD kCdmConvert = 0x01;
 constexpr DWORD kCdmConvert351 = 0x02;
 constexpr DWORD kCdmDriverDefault = 0x04;
 
-constexpr DWORD kDriverVersion = 0x0100;
-constexpr DWORD kPublicFields = DM_ORIENTATION | DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH |
-                                DM_COPIES | DM_DEFAULTSOURCE | DM_PRINTQUALITY | DM_COLOR |
-                                DM_YRESOLUTION;
 // Names in DC_PAPERNAMES and DC_BINNAMES take 64 and 24 characters, terminator included.
 constexpr size_t kPaperNameChars = 64;
 constexpr size_t kBinNameChars = 24;
@@ -103,17 +99,10 @@ DWORD Capability(HANDLE printer, const wchar_t* device, WORD cap, void* out) {
     }
     GpdModel model;
     std::wstring plugin;
-    HANDLE own = nullptr;
-    if (printer == nullptr) {
-        PRINTER_DEFAULTSW defaults = {nullptr, nullptr, PRINTER_ACCESS_USE};
-        if (device == nullptr || !OpenPrinterW(const_cast<wchar_t*>(device), &own, &defaults))
-            return static_cast<DWORD>(Refuse(ERROR_INVALID_PARAMETER, L"no printer"));
-        printer = own;
-    }
-    const bool read = ReadDriverFiles(printer, model, plugin, error);
-    if (own != nullptr)
-        ClosePrinter(own);
-    if (!read)
+    RequestedPrinter requested;
+    if (!requested.Open(device, printer, error))
+        return static_cast<DWORD>(Refuse(ERROR_INVALID_PARAMETER, error));
+    if (!ReadDriverFiles(requested.Handle(), model, plugin, error))
         return static_cast<DWORD>(Refuse(ERROR_INVALID_DATA, error));
     const DWORD papers = static_cast<DWORD>(model.papers.size());
     const DWORD bins = static_cast<DWORD>(model.bins.size());

@@ -16,11 +16,6 @@ constexpr DWORD kMostRecordBytes = 0xFFFF;
 // What a driver information answer may take, at most.
 constexpr DWORD kMostDriverInfoBytes = 1u << 20;
 
-// The fields this driver keeps in the public devmode.
-constexpr DWORD kPublicFields = DM_ORIENTATION | DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH |
-                                DM_COPIES | DM_DEFAULTSOURCE | DM_PRINTQUALITY | DM_COLOR |
-                                DM_YRESOLUTION;
-
 std::wstring Hex(HRESULT hr) {
     wchar_t buf[16];
     std::swprintf(buf, 16, L"0x%08lX", static_cast<unsigned long>(hr));
@@ -128,10 +123,22 @@ PluginSession::~PluginSession() {
     }
     if (published_ && helper_.References() != 1)
         Trace(L"the plug-in kept %ld reference(s) to the driver helper", helper_.References() - 1);
-    if (ownsPrinter_ && printer_ != nullptr)
-        ClosePrinter(printer_);
     if (heap_ != nullptr)
         HeapDestroy(heap_);
+}
+
+bool RequestedPrinter::Open(const wchar_t* name, HANDLE given, std::wstring& error) {
+    handle_ = given;
+    if (handle_ != nullptr)
+        return true;
+    PRINTER_DEFAULTSW defaults = {nullptr, nullptr, PRINTER_ACCESS_USE};
+    if (name == nullptr || !OpenPrinterW(const_cast<wchar_t*>(name), &handle_, &defaults)) {
+        handle_ = nullptr;
+        error = L"OpenPrinterW failed (" + std::to_wstring(GetLastError()) + L")";
+        return false;
+    }
+    owned_ = true;
+    return true;
 }
 
 bool PluginSession::Open(const wchar_t* printerName, HANDLE printer, std::wstring& error) {
@@ -140,18 +147,10 @@ bool PluginSession::Open(const wchar_t* printerName, HANDLE printer, std::wstrin
         return false;
     }
     printerName_.assign(printerName, wcsnlen(printerName, 1024));
-    printer_ = printer;
-    if (printer_ == nullptr) {
-        PRINTER_DEFAULTSW defaults = {nullptr, nullptr, PRINTER_ACCESS_USE};
-        if (!OpenPrinterW(printerName_.data(), &printer_, &defaults)) {
-            printer_ = nullptr;
-            error = L"OpenPrinterW failed (" + std::to_wstring(GetLastError()) + L")";
-            return false;
-        }
-        ownsPrinter_ = true;
-    }
+    if (!printer_.Open(printerName_.c_str(), printer, error))
+        return false;
     std::wstring plugin;
-    if (!ReadDriverFiles(printer_, model_, plugin, error))
+    if (!ReadDriverFiles(printer_.Handle(), model_, plugin, error))
         return false;
     heap_ = HeapCreate(0, 0, 0);
     if (heap_ == nullptr) {
@@ -226,7 +225,7 @@ bool PluginSession::Load(const std::wstring& path, std::wstring& error) {
 
 bool PluginSession::DevMode(DWORD mode, OEMDMPARAM& p, std::wstring& error) {
     p.cbSize = sizeof p;
-    p.hPrinter = printer_;
+    p.hPrinter = printer_.Handle();
     p.hModule = module_;
     const HRESULT hr = ui_->DevMode(mode, &p);
     if (FAILED(hr)) {
@@ -241,7 +240,7 @@ void PluginSession::DefaultPublic(DEVMODEW& dm) const {
     std::memset(&dm, 0, sizeof dm);
     wcsncpy(dm.dmDeviceName, printerName_.c_str(), CCHDEVICENAME - 1);
     dm.dmSpecVersion = DM_SPECVERSION;
-    dm.dmDriverVersion = 0x0100;
+    dm.dmDriverVersion = kDriverVersion;
     dm.dmSize = sizeof(DEVMODEW);
     dm.dmFields = kPublicFields;
     dm.dmOrientation = DMORIENT_PORTRAIT;

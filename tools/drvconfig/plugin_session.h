@@ -15,6 +15,32 @@
 // [OEMFiles] OEMConfigFile1, beside it) of the printer's driver. False with a reason in `error`.
 bool ReadDriverFiles(HANDLE printer, GpdModel& model, std::wstring& plugin, std::wstring& error);
 
+// The public devmode's fields this driver keeps, and its driver version.
+inline constexpr DWORD kPublicFields = DM_ORIENTATION | DM_PAPERSIZE | DM_PAPERLENGTH |
+                                       DM_PAPERWIDTH | DM_COPIES | DM_DEFAULTSOURCE |
+                                       DM_PRINTQUALITY | DM_COLOR | DM_YRESOLUTION;
+inline constexpr DWORD kDriverVersion = 0x0100;
+
+// The printer a request is about: the caller's handle, or one opened by name and closed again
+// when the spooler passed none (Wine's print dialog sizes its devmode that way).
+class RequestedPrinter {
+  public:
+    RequestedPrinter() = default;
+    RequestedPrinter(const RequestedPrinter&) = delete;
+    RequestedPrinter& operator=(const RequestedPrinter&) = delete;
+    ~RequestedPrinter() {
+        if (owned_)
+            ClosePrinter(handle_);
+    }
+    // False with a reason in `error` when there is no handle and `name` opens none.
+    bool Open(const wchar_t* name, HANDLE given, std::wstring& error);
+    HANDLE Handle() const { return handle_; }
+
+  private:
+    HANDLE handle_ = nullptr;
+    bool owned_ = false;
+};
+
 // The model's paper sizes are numbered from here in dmPaperSize and DC_PAPERS, in GPD order.
 inline constexpr short kFirstPaperId = DMPAPER_USER + 1;
 // Puts the model's paper `index` (in range) into the devmode.
@@ -45,7 +71,7 @@ class PluginSession {
 
     IPrintOemUI* Ui() const { return ui_; }
     HMODULE Module() const { return module_; }
-    HANDLE Printer() const { return printer_; }
+    HANDLE Printer() const { return printer_.Handle(); }
     HANDLE Heap() const { return heap_; }
     DriverUI& Helper() { return helper_; }
     const std::wstring& PluginPath() const { return path_; }
@@ -59,8 +85,7 @@ class PluginSession {
 
     HMODULE module_ = nullptr;
     IPrintOemUI* ui_ = nullptr;
-    HANDLE printer_ = nullptr;
-    bool ownsPrinter_ = false;
+    RequestedPrinter printer_;
     HANDLE heap_ = nullptr;
     DriverUI helper_;
     bool published_ = false;
