@@ -16,6 +16,7 @@
 #include <io.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -753,6 +754,8 @@ int Run(HostOptions opts) {
     // Without a sheet the spooler's merge is what is stored: a reset or a given devmode is kept
     // as the driver repaired it.
     bool save = opts.headless || opts.reset;
+    // Only the pages write the model into the record; before they save it is blank.
+    bool pagesSaved = false;
     if (!opts.headless) {
         double ratio = 0;
         if (opts.time) {
@@ -807,6 +810,7 @@ int Run(HostOptions opts) {
             if (outcome.timedOut)
                 exitCode = 6;
             save = save || outcome.applied;
+            pagesSaved = pagesSaved || outcome.applied;
             const bool pressFailed =
                 (opts.press == SheetPress::kOk || opts.press == SheetPress::kApply) &&
                 !outcome.applied && !outcome.closedByPlugin;
@@ -818,8 +822,14 @@ int Run(HostOptions opts) {
     std::vector<uint8_t> record;
     if (save) {
         record = run.Record();
-        // The model writes its support bytes when the settings are saved, not before.
-        Out("capabilities: %s\n", CapabilityWords(record).c_str());
+        // The model writes its support bytes when the pages save, not before; a blank model name
+        // is a record no page has saved yet.
+        constexpr size_t kModelName = offsetof(OEMDEV, payload);
+        if (pagesSaved || (record.size() > kModelName && record[kModelName] != 0))
+            Out("capabilities: %s\n", CapabilityWords(record).c_str());
+        else
+            Out("capabilities: not in the record yet (the pages write them when they first "
+                "save)\n");
         if (opts.showRecord || opts.verbose)
             PrintRecord(record, record.size());
         if (!StoreDefault(run))
@@ -837,7 +847,7 @@ int Run(HostOptions opts) {
     if (!resetReason.empty())
         Out("settings    : the plug-in reset the kept settings (%s) to the model's defaults: %s\n",
             keptIn.c_str(), resetReason.c_str());
-    if (UsesGenericDevice(lines, save ? &record : nullptr))
+    if (UsesGenericDevice(lines, pagesSaved ? &record : nullptr))
         Out("model       : the plug-in does not recognise \"%s\" and gives the printer its generic "
             "device, which offers none of the model's features\n",
             Utf8(model.model).c_str());
