@@ -98,23 +98,13 @@ TEST(LanguageMonitor, StatusOutcomesInTheirOrderOfTests) {
     }
 }
 
-TEST(LanguageMonitor, ModuleLookup) {
-    MonitorFixture f;
-    f.Install("Kiv LM", "KIV_LM.DLL");
-    EXPECT_EQ(GetLanguageMonitorDll(f.spooler, f.machine, f.text, 0x51, "Other"), "");
-    f.spooler.failing.insert("DriverInfo");
-    EXPECT_EQ(GetDriverMonitorName(f.spooler, 0x51), "");
-}
-
 TEST(LanguageMonitor, StatusNamesAndFlags) {
     // Status, name, and the available, bidi and enable flags.
     const std::tuple<uint8_t, const char*, std::vector<uint32_t>> cases[] = {
         {0, "LM_NOT_AVAILABLE", {0, 0, 0}},
         {1, "LM_DISABLED", {1, 1, 0}},
-        {2, "LM_SETT_NOT_AVAILABLE", {0, 0, 0}},
         {3, "LM_BIDI_NOT_ENABLE", {1, 0, 0}},
         {10, "LM_ENABLED", {1, 1, 1}},
-        {4, "NOID", {0, 0, 0}},
         {255, "NOID", {0, 0, 0}},
     };
     for (const auto& [status, name, flags] : cases) {
