@@ -73,34 +73,6 @@ TEST(PresentationRules, NoticeByPortFlags) {
     EXPECT_EQ(none.notice, nullptr);
 }
 
-TEST(PresentationRules, ViewOfAStoredSetting) {
-    auto device = CreateUiDevice("ZLD90VII", "", "", "");
-    device->SetPresentationMode(96);
-    device->SetPresentationValue(40);
-    device->SetPresentationTimeout(10);
-    device->SetPage2PageEnable(1);
-    device->SetPage2PageTimeout(kUnlimitedTimeout);
-    device->SetPage2PageAction(32);
-    device->SetPage2PageExtra(7);
-    PresentationView view = MakePresentationView(*device, kUnknownPort);
-    EXPECT_EQ(view.modeLabels, (LabelList{"Hold", "Hold (max length)", "Eject",
-                                          "Eject with Timeout", "Retract with Timeout"}));
-    EXPECT_EQ(view.controls.modeSelection, 3);
-    EXPECT_EQ(view.controls.lengthText + "/" + view.controls.durationText, "40/10");
-    EXPECT_TRUE(view.lengthEnabled && view.durationEnabled && view.ledEnabled);
-    // Eject with Timeout is outside the Hold class: the stored enable shows unchecked.
-    EXPECT_FALSE(view.controls.pageToPageChecked);
-    EXPECT_EQ(view.controls.timeoutModeSelection, kTimeoutModeUnlimited);
-    EXPECT_EQ(view.controls.timeoutText, "");
-    EXPECT_EQ(view.controls.ticketSelection, 1);
-    EXPECT_EQ(view.controls.printQueueSelection, 0);
-    device->SetPresentationMode(5);  // not offered: no selection
-    device->SetPage2PageTimeout(300);
-    view = MakePresentationView(*device, kUnknownPort);
-    EXPECT_EQ(view.controls.modeSelection, -1);
-    EXPECT_EQ(view.controls.timeoutText, "300");
-}
-
 TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
     auto device = CreateUiDevice("ZLD40PRESENTER", "", "", "");  // modes 10 40 60
     auto noPresenter = CreateUiDevice("J7", "", "", "");
@@ -144,25 +116,44 @@ TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
     }
 }
 
-TEST(PresentationRules, ControlsAreStored) {
+// What is stored shows again as it was entered; Unlimited shows no timeout text, a mode the model
+// does not offer no selection.
+TEST(PresentationRules, ControlsAreStoredAndShownAgain) {
     auto device = CreateUiDevice("ZLD90VII", "", "", "");  // modes 20 30 40 60 70
     // Mode, length, duration, LED, page to page on, its timeout, action and extra.
-    StorePresentationControls(*device, {0, "77", "12", 2, true, 0, "600", 2, 2});
+    const PresentationControls entered{1, "77", "12", 2, true, 0, "600", 1, 2};
+    StorePresentationControls(*device, entered);
     EXPECT_EQ((std::vector<int>{device->GetPresentationMode(), device->GetPresentationValue(),
                                 device->GetPresentationTimeout(), device->GetHeadLed(),
                                 device->GetPage2PageEnable(), device->GetPage2PageTimeout(),
                                 device->GetPage2PageAction(), device->GetPage2PageExtra()}),
-              (std::vector<int>{32, 77, 12, 32, 1, 600, 48, 2}));
+              (std::vector<int>{48, 77, 12, 32, 1, 600, 32, 2}));
+    const PresentationView view = MakePresentationView(*device, kUnknownPort);
+    EXPECT_EQ(view.modeLabels, (LabelList{"Hold", "Hold (max length)", "Eject",
+                                          "Eject with Timeout", "Retract with Timeout"}));
+    EXPECT_EQ(std::tie(view.controls.modeSelection, view.controls.lengthText,
+                       view.controls.durationText, view.controls.pageToPageChecked,
+                       view.controls.timeoutText, view.controls.ticketSelection),
+              std::tie(entered.modeSelection, entered.lengthText, entered.durationText,
+                       entered.pageToPageChecked, entered.timeoutText, entered.ticketSelection));
     StorePresentationControls(*device, {-1, "", "", -1, false, 1, "600", -1, -1});
     EXPECT_EQ(device->GetPresentationMode(), 0);
     EXPECT_EQ(device->GetPage2PageTimeout(), kUnlimitedTimeout);
     EXPECT_EQ(device->GetPage2PageExtra(), 0);
+    const PresentationControls unlimited = MakePresentationView(*device, kUnknownPort).controls;
+    EXPECT_EQ(
+        std::tie(unlimited.modeSelection, unlimited.timeoutModeSelection, unlimited.timeoutText),
+        std::tuple(-1, kTimeoutModeUnlimited, ""));
     StorePresentationControls(*device, {0, "", "", 0, false, 0, "99999", 0, 0});
     EXPECT_EQ(device->GetPage2PageTimeout(), 65534);
-    // Eject with a checked box left behind a notice: page to page is not saved on.
+    // Eject with a checked box left behind a notice: page to page is not saved on, and Eject
+    // with Timeout shows a stored one unchecked.
     StorePresentationControls(*device, {2, "", "", 0, true, 0, "", 0, 0});
     EXPECT_EQ(device->GetPresentationMode(), 64);
     EXPECT_EQ(device->GetPage2PageEnable(), 0);
+    device->SetPresentationMode(96);
+    device->SetPage2PageEnable(1);
+    EXPECT_FALSE(MakePresentationView(*device, kUnknownPort).controls.pageToPageChecked);
 }
 
 }  // namespace
