@@ -1,4 +1,4 @@
-// Tests of the Presentation page's rules: mode classes, page-to-page states, checks, read-back.
+// Tests of the Presentation page's rules: mode classes, page-to-page states, read-back.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -12,7 +12,6 @@
 namespace {
 
 constexpr PortFlags kUnknownPort{false, false, false};
-constexpr PortFlags kUsablePort{true, true, true};
 
 TEST(PresentationRules, ModeClassesAndPageToPageStates) {
     struct Case {
@@ -73,51 +72,6 @@ TEST(PresentationRules, NoticeByPortFlags) {
     EXPECT_EQ(none.notice, nullptr);
 }
 
-TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
-    auto device = CreateUiDevice("ZLD40PRESENTER", "", "", "");  // modes 10 40 60
-    auto noPresenter = CreateUiDevice("J7", "", "", "");
-    const std::string kEmpty = "The Page to Page timeout value is empty";
-    const std::string kOver = "The Page to Page timeout value is over the max";
-    const std::string kLength = "The Presentation measure must be a value between 0 and 255";
-    const std::string kDuration = "The Presentation timeout must be a value between 1 and 255";
-    struct Case {
-        int mode;
-        bool checked;
-        int timeoutMode;
-        std::string timeout, length, duration, message, logLine;
-        PortFlags port = kUsablePort;
-    };
-    const Case cases[] = {
-        {0, true, 0, "65534", "0", "0", "", ""},
-        {0, true, 0, "65535", "0", "0", kOver,
-         "Page to Page : timeout value out of range (0  65534)"},
-        {0, true, 0, "", "0", "0", kEmpty, "Page to Page : timeout value empty"},
-        {0, true, 1, "", "0", "0", "", ""},   // Unlimited skips the timeout checks
-        {0, false, 0, "", "0", "0", "", ""},  // so does an unchecked box
-        {0, true, 0, "", "0", "0", "", "", {true, false, false}},  // and a notice
-        {0, true, 0, "", "0", "0", "", "", kUnknownPort},          // and a hidden group
-        {2, false, 0, "", "256", "0", kLength, "Presentation : value out of range (0  255)"},
-        {2, false, 0, "", "255", "0", kDuration,
-         "Presentation : timeout value out of range (1  255)"},
-        {2, false, 0, "", "255", "255", "", ""},
-        {1, false, 0, "", "999", "0", "", ""},  // Eject: neither applies
-        {0, true, 0, "99999", "999", "0", kOver,
-         "Page to Page : timeout value out of range (0  65534)"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.timeout + "/" + c.length + "/" + c.duration);
-        const PresentationControls controls{c.mode,        c.length,  c.duration, 0, c.checked,
-                                            c.timeoutMode, c.timeout, 0,          0};
-        const auto failure = ValidatePresentationControls(*device, c.port, controls);
-        EXPECT_EQ(failure ? failure->message : "", c.message);
-        EXPECT_EQ(failure ? failure->logLine : "", c.logLine);
-        // A model without a presenter has nothing to refuse.
-        EXPECT_FALSE(ValidatePresentationControls(*noPresenter, c.port, controls));
-    }
-}
-
-// What is stored shows again as it was entered; Unlimited shows no timeout text, a mode the model
-// does not offer no selection.
 TEST(PresentationRules, ControlsAreStoredAndShownAgain) {
     auto device = CreateUiDevice("ZLD90VII", "", "", "");  // modes 20 30 40 60 70
     // Mode, length, duration, LED, page to page on, its timeout, action and extra.

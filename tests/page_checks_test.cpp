@@ -1,0 +1,94 @@
+// The pages' checks over the cases of tests/data/page_checks.txt: what each refuses, with the
+// message the user reads and the log line, and which page it names.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "golden_file.h"
+#include "pages/console_rules.h"
+#include "pages/coupon_rules.h"
+#include "pages/page_view.h"
+#include "pages/peripherals_rules.h"
+#include "pages/presentation_rules.h"
+#include "pages/print_adjust_rules.h"
+#include "pages/print_rules.h"
+#include "pages/watermark_rules.h"
+#include "settings/device_factory.h"
+
+namespace {
+
+// A field as the edit hands it back; one that starts with '=' is built from "+"-joined parts,
+// each "text*count" repeated, with "\0" for a NUL.
+std::string Field(const std::string& field) {
+    if (!field.starts_with("="))
+        return field;
+    std::string out, part;
+    for (std::istringstream parts(field.substr(1)); std::getline(parts, part, '+');) {
+        const size_t star = part.rfind('*');
+        const size_t count = star == std::string::npos ? 1 : std::stoul(part.substr(star + 1));
+        for (size_t at; (at = part.find("\\0")) != std::string::npos;)
+            part.replace(at, 2, std::string(1, '\0'));
+        for (size_t i = 0; i < count; ++i)
+            out += part.substr(0, star);
+    }
+    return out;
+}
+
+// One case, "<Page>: field|field|...", and what the page's check makes of it.
+std::optional<ValidationFailure> Check(const std::string& page, const std::vector<std::string>& f) {
+    const FileExists exists = [](const std::string& path) { return path.starts_with("C:\\there"); };
+    const auto n = [&](size_t i) { return std::stoi(f.at(i)); };
+    const auto on = [&](size_t i) { return f.at(i) == "on"; };
+    if (page == "Print")
+        return ValidatePrintControls({0, 0, 0, n(0), n(1), n(2)});
+    if (page == "Print adjust")
+        return ValidatePrintAdjustControls(
+            {f.at(0), f.at(1), false, false, false, false, false, 0});
+    if (page == "Peripherals")
+        return ValidatePeripheralsControls(*CreateUiDevice(f.at(0), "", "", ""),
+                                           {on(1), f.at(2), f.at(3), 0, 0, false, 0});
+    if (page == "Presentation")  // model, port (status known, bidirectional, bidi enabled), ...
+        return ValidatePresentationControls(
+            *CreateUiDevice(f.at(0), "", "", ""),
+            {f.at(1)[0] == '1', f.at(1)[1] == '1', f.at(1)[2] == '1'},
+            {n(2), f.at(3), f.at(4), 0, on(5), n(6), f.at(7), 0, 0});
+    if (page == "Watermark")
+        return ValidateWatermarkControls({on(0), f.at(1), 0, 0, 0, false, 0}, exists);
+    if (page == "Coupon")
+        return ValidateCouponControls({on(0), f.at(1), 0, 0, 0, 0, 0}, exists);
+    if (page == "Console")
+        return ValidateConsoleControls({n(0), f.at(1), n(2), f.at(3)}, exists);
+    ADD_FAILURE() << "no page " << page;
+    return std::nullopt;
+}
+
+TEST(PageChecks, EachCaseIsRefusedOrAcceptedAsTheGoldenFileSays) {
+    std::ifstream file(KIV_TEST_DATA_DIR "/page_checks.txt");
+    std::string all;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("  = "))
+            continue;
+        all += line + '\n';
+        const size_t colon = line.find(": ");
+        if (line.starts_with("#") || colon == std::string::npos)
+            continue;
+        std::vector<std::string> fields;
+        std::istringstream in(line.substr(colon + 2) + '|');
+        for (std::string field; std::getline(in, field, '|');)
+            fields.push_back(Field(field));
+        SCOPED_TRACE(line);
+        const auto found = Check(line.substr(0, colon), fields);
+        all += !found
+                   ? "  = accepted\n"
+                   : "  = " + PanelTitle(found->page) + (found->question ? "asks: " : "refuses: ") +
+                         found->message + " | " + found->logLine + '\n';
+    }
+    ASSERT_NE(all.find("  = "), std::string::npos) << "no cases read";
+    ExpectGoldenFile("page_checks.txt", all);
+}
+
+}  // namespace
