@@ -10,6 +10,7 @@
 
 #include "golden_file.h"
 #include "pages/console_rules.h"
+#include "pages/free_buffer.h"
 #include "pages/coupon_rules.h"
 #include "pages/page_view.h"
 #include "pages/peripherals_rules.h"
@@ -81,6 +82,14 @@ TEST(PageChecks, EachCaseIsRefusedOrAcceptedAsTheGoldenFileSays) {
         for (std::string field; std::getline(in, field, '|');)
             fields.push_back(Field(field));
         SCOPED_TRACE(line);
+        if (line.starts_with("Console text: ")) {  // the bytes a command text stands for
+            const FreeBufferParse parsed = ParseFreeBuffer(fields.at(0));
+            all += "  = " + (parsed.error.empty() ? "bytes" : "error " + parsed.error) + ":";
+            for (uint8_t byte : parsed.bytes)
+                all += " " + std::to_string(byte);
+            all += '\n';
+            continue;
+        }
         const auto found = Check(line.substr(0, colon), fields);
         all += !found
                    ? "  = accepted\n"
