@@ -5,6 +5,8 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <functional>
+#include <optional>
 #include <sstream>
 #include <string>
 
@@ -29,4 +31,23 @@ inline void ExpectGoldenFile(const std::string& fileName, const std::string& act
         }
         ASSERT_EQ(aMore ? aLine : "<end>", eMore ? eLine : "<end>") << fileName << ":" << line;
     }
+}
+
+// For a golden file that holds its cases: each line that `outcome` answers is followed by
+// "  = <answer>"; those lines are the expected part, rewritten like the rest.
+inline void ExpectGoldenCases(
+    const std::string& fileName,
+    const std::function<std::optional<std::string>(const std::string& line)>& outcome) {
+    std::ifstream file(std::string(KIV_TEST_DATA_DIR) + "/" + fileName, std::ios::binary);
+    std::string all;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("  = "))
+            continue;
+        all += line + '\n';
+        SCOPED_TRACE(line);
+        if (const std::optional<std::string> answer = outcome(line))
+            all += "  = " + *answer + '\n';
+    }
+    ASSERT_NE(all.find("\n  = "), std::string::npos) << fileName << " holds no case";
+    ExpectGoldenFile(fileName, all);
 }

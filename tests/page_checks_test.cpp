@@ -2,7 +2,6 @@
 // message the user reads and the log line, and which page it names.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -68,36 +67,26 @@ std::optional<ValidationFailure> Check(const std::string& page, const std::vecto
 }
 
 TEST(PageChecks, EachCaseIsRefusedOrAcceptedAsTheGoldenFileSays) {
-    std::ifstream file(KIV_TEST_DATA_DIR "/page_checks.txt");
-    std::string all;
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("  = "))
-            continue;
-        all += line + '\n';
+    ExpectGoldenCases("page_checks.txt", [](const std::string& line) -> std::optional<std::string> {
         const size_t colon = line.find(": ");
         if (line.starts_with("#") || colon == std::string::npos)
-            continue;
+            return std::nullopt;
         std::vector<std::string> fields;
         std::istringstream in(line.substr(colon + 2) + '|');
         for (std::string field; std::getline(in, field, '|');)
             fields.push_back(Field(field));
-        SCOPED_TRACE(line);
         if (line.starts_with("Console text: ")) {  // the bytes a command text stands for
             const FreeBufferParse parsed = ParseFreeBuffer(fields.at(0));
-            all += "  = " + (parsed.error.empty() ? "bytes" : "error " + parsed.error) + ":";
+            std::string answer = (parsed.error.empty() ? "bytes" : "error " + parsed.error) + ":";
             for (uint8_t byte : parsed.bytes)
-                all += " " + std::to_string(byte);
-            all += '\n';
-            continue;
+                answer += " " + std::to_string(byte);
+            return answer;
         }
         const auto found = Check(line.substr(0, colon), fields);
-        all += !found
-                   ? "  = accepted\n"
-                   : "  = " + PanelTitle(found->page) + (found->question ? "asks: " : "refuses: ") +
-                         found->message + " | " + found->logLine + '\n';
-    }
-    ASSERT_NE(all.find("  = "), std::string::npos) << "no cases read";
-    ExpectGoldenFile("page_checks.txt", all);
+        return !found ? "accepted"
+                      : PanelTitle(found->page) + (found->question ? "asks: " : "refuses: ") +
+                            found->message + " | " + found->logLine;
+    });
 }
 
 }  // namespace
