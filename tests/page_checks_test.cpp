@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -20,23 +19,6 @@
 #include "settings/device_factory.h"
 
 namespace {
-
-// A field as the edit hands it back; one that starts with '=' is built from "+"-joined parts,
-// each "text*count" repeated, with "\0" for a NUL.
-std::string Field(const std::string& field) {
-    if (!field.starts_with("="))
-        return field;
-    std::string out, part;
-    for (std::istringstream parts(field.substr(1)); std::getline(parts, part, '+');) {
-        const size_t star = part.rfind('*');
-        const size_t count = star == std::string::npos ? 1 : std::stoul(part.substr(star + 1));
-        for (size_t at; (at = part.find("\\0")) != std::string::npos;)
-            part.replace(at, 2, std::string(1, '\0'));
-        for (size_t i = 0; i < count; ++i)
-            out += part.substr(0, star);
-    }
-    return out;
-}
 
 // One case, "<Page>: field|field|...", and what the page's check makes of it.
 std::optional<ValidationFailure> Check(const std::string& page, const std::vector<std::string>& f) {
@@ -71,10 +53,7 @@ TEST(PageChecks, EachCaseIsRefusedOrAcceptedAsTheGoldenFileSays) {
         const size_t colon = line.find(": ");
         if (line.starts_with("#") || colon == std::string::npos)
             return std::nullopt;
-        std::vector<std::string> fields;
-        std::istringstream in(line.substr(colon + 2) + '|');
-        for (std::string field; std::getline(in, field, '|');)
-            fields.push_back(Field(field));
+        const std::vector<std::string> fields = CaseFields(line);
         if (line.starts_with("Console text: ")) {  // the bytes a command text stands for
             const FreeBufferParse parsed = ParseFreeBuffer(fields.at(0));
             std::string answer = (parsed.error.empty() ? "bytes" : "error " + parsed.error) + ":";
