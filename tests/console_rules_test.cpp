@@ -1,4 +1,4 @@
-// Tests of the Console page's rules: command modes, the shown text, the checks and the read-back.
+// Tests of the Console page's rules: command modes, the shown text and the read-back.
 #include "pages/console_rules.h"
 
 #include <gtest/gtest.h>
@@ -44,54 +44,6 @@ TEST(ConsoleRules, ModesShowTheirTextAndControlsAndTheTextReadsBack) {
     EXPECT_EQ(device.GetStartJobBuffer().size(), kFreeBufferPathLimit);
     EXPECT_EQ(device.GetEndJobBufferMode(), FREE_CMD_MODE_NONE);
     EXPECT_TRUE(device.GetEndJobBuffer().empty());
-}
-
-TEST(ConsoleRules, ChecksStartThenEndWithTheirTexts) {
-    const auto exists = [](const std::string& path) { return path == "C:\\there.prn"; };
-    const auto Start = [&](int mode, std::string text) {
-        return ValidateConsoleControls({mode, std::move(text), 0, ""}, exists);
-    };
-    const auto End = [&](int mode, std::string text) {
-        return ValidateConsoleControls({0, "", mode, std::move(text)}, exists);
-    };
-    const char* kPath = "The path of a free buffer file is wrong or empty";
-    const char* kFormat = "The ASCII format of a free buffer file is wrong or empty";
-    const char* kSize = "The free buffer size is over the max (512)";
-    // 128 escapes of one byte each plus 384 plain characters: 512 bytes from 896 characters.
-    std::string escapes512(384, 'B');
-    for (int i = 0; i < 128; ++i)
-        escapes512.insert(0, "\\x41");
-    struct Case {
-        std::optional<ValidationFailure> got;
-        const char* message;  // null: passes
-        std::string logLine;
-    };
-    const Case cases[] = {
-        {Start(1, "C:\\there.prn"), nullptr, ""},
-        {Start(1, ""), kPath, "Free Buffers Start : Filename Empty"},
-        {End(1, "C:\\gone.prn"), kPath, "Free Buffers End : path doesn't exists <C:\\gone.prn>"},
-        {Start(2, std::string(512, 'A')), nullptr, ""},
-        {End(2, escapes512), nullptr, ""},
-        {Start(2, std::string(513, 'A')), kSize,
-         "Free Buffers Start : Buffer size error (513 512)"},
-        {End(2, escapes512 + "C"), kSize, "Free Buffers End : Buffer size error (513 512)"},
-        {Start(2, "\\xZZ"), kFormat, "Free Buffers Start : Buffer Empty"},
-        {End(2, "A\\xZZ"), kFormat, "Free Buffers End : Buffer empty"},
-        {Start(2, ""), kFormat, "Free Buffers Start : Buffer convertion error <>"},
-        {End(2, ""), kFormat, "Free Buffers End : Buffer convertion error <>"},
-        // The edit hands back 1535 characters, so a longer text is cut before parsing.
-        {Start(2, std::string(1600, 'x')), kSize,
-         "Free Buffers Start : Buffer size error (1535 512)"},
-        {ValidateConsoleControls({1, "", 2, ""}, exists), kPath,
-         "Free Buffers Start : Filename Empty"},
-    };
-    for (size_t i = 0; i < std::size(cases); ++i) {
-        SCOPED_TRACE(testing::Message() << "case " << i);
-        const Case& c = cases[i];
-        EXPECT_EQ(c.got ? c.got->message + " | " + c.got->logLine : "",
-                  c.message ? c.message + (" | " + c.logLine) : "");
-        EXPECT_TRUE(!c.got || c.got->page == PageId::kConsole);
-    }
 }
 
 TEST(ConsoleRules, RigsetFromItsUninstallEntry) {

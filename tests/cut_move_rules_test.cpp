@@ -7,31 +7,18 @@
 
 namespace {
 
-TEST(CutMoveRules, GroupsFollowTheFlags) {
-    struct Case {
-        const char* model;
-        bool cutter, recovery, blackMark, continuous;
-    };
-    const Case cases[] = {
-        {"J7", true, false, true, false},        {"TRX430ATF", true, true, true, false},
-        {"VORTA5X", true, false, true, true},    {"N5", true, false, false, false},
-        {"UNKNOWN", false, false, false, false},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.model);
-        const CutMoveView view = MakeCutMoveView(*CreateUiDevice(c.model, "", "", ""));
-        EXPECT_EQ(view.cutterShown, c.cutter);
-        EXPECT_EQ(view.recoveryShown, c.recovery);
-        EXPECT_EQ(view.blackMarkShown, c.blackMark);
-        EXPECT_EQ(view.continuousShown, c.continuous);
-        EXPECT_EQ(view.recovery.labels.empty(), !c.recovery);
-        EXPECT_EQ(view.lfBeforeCut.labels.size(), c.cutter ? 16u : 0u);
-    }
-}
-
 TEST(CutMoveRules, SelectionsAndTheLineFeedCount) {
     auto device = CreateUiDevice("VORTA5X", "", "", "");  // cut 00 20* 30, continuous 01* 10 20
     const CutMoveView view = MakeCutMoveView(*device);
+    // Each group follows its capability flag; an unknown model shows none.
+    EXPECT_TRUE(view.cutterShown && view.blackMarkShown && view.continuousShown);
+    EXPECT_FALSE(view.recoveryShown || !view.recovery.labels.empty());
+    EXPECT_EQ(view.lfBeforeCut.labels.size(), 16u);
+    const CutMoveView none = MakeCutMoveView(*CreateUiDevice("UNKNOWN", "", "", ""));
+    EXPECT_FALSE(none.cutterShown || none.blackMarkShown || none.continuousShown);
+    EXPECT_TRUE(none.lfBeforeCut.labels.empty());
+    const CutMoveView recovery = MakeCutMoveView(*CreateUiDevice("TRX430ATF", "", "", ""));
+    EXPECT_TRUE(recovery.recoveryShown && !recovery.recovery.labels.empty());
     EXPECT_EQ(view.cutMode.labels,
               (LabelList{"Not set by Driver", "Total Cut end Page", "Partial Cut end Page"}));
     EXPECT_EQ(view.cutMode.selection, 1);

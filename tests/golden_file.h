@@ -5,8 +5,11 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <functional>
+#include <optional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 // Set KIV_WRITE_EXPECTED_LOGS=1 to rewrite the file from `actual` after a deliberate change
 // (the transfer logs use the same switch); the diff of tests/data is then the review.
@@ -29,4 +32,49 @@ inline void ExpectGoldenFile(const std::string& fileName, const std::string& act
         }
         ASSERT_EQ(aMore ? aLine : "<end>", eMore ? eLine : "<end>") << fileName << ":" << line;
     }
+}
+
+// For a golden file that holds its cases: each line that `outcome` answers is followed by
+// "  = <answer>"; those lines are the expected part, rewritten like the rest.
+inline void ExpectGoldenCases(
+    const std::string& fileName,
+    const std::function<std::optional<std::string>(const std::string& line)>& outcome) {
+    std::ifstream file(std::string(KIV_TEST_DATA_DIR) + "/" + fileName, std::ios::binary);
+    std::string all;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("  = "))
+            continue;
+        all += line + '\n';
+        SCOPED_TRACE(line);
+        if (const std::optional<std::string> answer = outcome(line))
+            all += "  = " + *answer + '\n';
+    }
+    ASSERT_NE(all.find("\n  = "), std::string::npos) << fileName << " holds no case";
+    ExpectGoldenFile(fileName, all);
+}
+
+// A "|"-separated field of a case line; one that starts with '=' is built from "+"-joined
+// parts, each "text*count" repeated, with "\\0" for a NUL.
+inline std::string CaseField(const std::string& field) {
+    if (!field.starts_with("="))
+        return field;
+    std::string out, part;
+    for (std::istringstream parts(field.substr(1)); std::getline(parts, part, '+');) {
+        const size_t star = part.rfind('*');
+        const size_t count = star == std::string::npos ? 1 : std::stoul(part.substr(star + 1));
+        for (size_t at; (at = part.find("\\0")) != std::string::npos;)
+            part.replace(at, 2, std::string(1, '\0'));
+        for (size_t i = 0; i < count; ++i)
+            out += part.substr(0, star);
+    }
+    return out;
+}
+
+// The fields of a case line after its "<kind>: ".
+inline std::vector<std::string> CaseFields(const std::string& line) {
+    std::vector<std::string> fields;
+    std::istringstream in(line.substr(line.find(": ") + 2) + '|');
+    for (std::string field; std::getline(in, field, '|');)
+        fields.push_back(CaseField(field));
+    return fields;
 }

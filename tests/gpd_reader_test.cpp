@@ -1,10 +1,12 @@
 // Tests of the "*OEMCustomData:" reader over in-memory GPD files.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
 #include "entry/gpd_reader.h"
+#include "golden_file.h"
 #include "support/memory_files.h"
 
 namespace {
@@ -15,64 +17,33 @@ GpdReadResult ReadMain(const std::string& text, const GpdReadLimits& limits = {}
     return ReadGpdOEMCustomData(files, "main.gpd", limits);
 }
 
-TEST(GpdReader, ValueForms) {
-    struct Case {
-        const char* what;
-        std::string gpd;
-        std::string expected;
-    };
-    const Case cases[] = {
-        {"blanks before the colon", "*OEMCustomData  :\t\"A\"\n", "A"},
-        {"indented entry", "   *OEMCustomData: \"A\"\r\n", "A"},
-        {"hex inside quotes", "*OEMCustomData: \"A<42 43>D\"\n", "ABCD"},
-        {"hex pairs with blanks", "*OEMCustomData: \"<5 4 58>\"\n", "TX"},
-        {"hex outside quotes", "*OEMCustomData: <41> \"B\"\n", "AB"},
-        {"escaped quote", "*OEMCustomData: \"A%\"B\"\n", "A\"B"},
-        {"other percent is literal", "*OEMCustomData: \"50%%x\"\n", "50%%x"},
-        {"adjacent pieces join", "*OEMCustomData: \"TRX\" \"418A\"\n", "TRX418A"},
-        {"comment after value", "*OEMCustomData: \"A\" *% the model\n", "A"},
-        {"comment mark inside quotes", "*OEMCustomData: \"A*%B\"\n", "A*%B"},
-        {"continuation line", "*OEMCustomData: \"TRX\"\n+ \"418A\"\n", "TRX418A"},
-        {"continuation inside a string", "*OEMCustomData: \"TRX\n   +418A\"\n", "TRX418A"},
-        {"comment before continuation", "*OEMCustomData: \"TRX\" *% c \"no\"\n+\"418A\"\n",
-         "TRX418A"},
-        {"empty string", "*OEMCustomData: \"\"\n", ""},
-        {"text ends at NUL", "*OEMCustomData: \"AB<00>CD\"\n", "AB"},
-        {"no newline at end", "*OEMCustomData: \"A\"", "A"},
-        {"ends at DOS eof", "*OEMCustomData: \"A\"\n\x1A*OEMCustomData: \"B\"\n", "A"},
-        {"UTF-8 BOM", "\xEF\xBB\xBF*OEMCustomData: \"A\"\n", "A"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        const GpdReadResult r = ReadMain(c.gpd);
-        EXPECT_TRUE(r.found);
-        EXPECT_EQ(c.expected, r.text);
-        EXPECT_EQ(0u, r.badEntries);
+// The text of a case of gpd_values.txt, with "\n", "\r", "\t" and "\xHH" for those bytes.
+std::string Unescaped(const std::string& text) {
+    std::string out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char next = i + 1 < text.size() ? text[i + 1] : '\0';
+        if (text[i] != '\\' || !std::strchr("nrtx", next) || next == '\0')
+            out += text[i];
+        else if (next == 'x')
+            out += static_cast<char>(std::stoi(text.substr(i + 2, 2), nullptr, 16)), i += 3;
+        else
+            out += next == 'n' ? '\n' : next == 'r' ? '\r' : '\t', ++i;
     }
+    return out;
 }
 
-TEST(GpdReader, MalformedValuesAreSkipped) {
-    const char* const bad[] = {
-        "*OEMCustomData: TRX418A\n",     // not quoted
-        "*OEMCustomData: \"TRX418A\n",   // not closed
-        "*OEMCustomData: \"TRX%\"\n",    // the % escapes the closing quote
-        "*OEMCustomData: \"<4>\"\n",     // odd digit count
-        "*OEMCustomData: \"<4G>\"\n",    // not hex
-        "*OEMCustomData: \"<41\"\n",     // hex not closed
-        "*OEMCustomData:\n",             // no value
-        "*OEMCustomData: \"A\" junk\n",  // trailing bare text
-    };
-    for (const char* line : bad) {
-        SCOPED_TRACE(line);
-        const GpdReadResult alone = ReadMain(line);
-        EXPECT_FALSE(alone.found);
-        EXPECT_EQ("", alone.text);
-        EXPECT_EQ(1u, alone.badEntries);
-        // A bad later entry leaves the earlier good one in place.
-        const GpdReadResult after = ReadMain(std::string("*OEMCustomData: \"GOOD\"\n") + line);
-        EXPECT_TRUE(after.found);
-        EXPECT_EQ("GOOD", after.text);
-    }
+// Each "GPD: <text>" case of gpd_values.txt, alone and after a good entry: the value read and
+// how many entries were bad. A bad later entry leaves the earlier good one in place.
+TEST(GpdReader, ValueFormsAndMalformedValuesAsTheGoldenFileSays) {
+    ExpectGoldenCases("gpd_values.txt", [](const std::string& line) -> std::optional<std::string> {
+        if (!line.starts_with("GPD: "))
+            return std::nullopt;
+        const GpdReadResult alone = ReadMain(Unescaped(line.substr(5)));
+        const GpdReadResult after =
+            ReadMain("*OEMCustomData: \"GOOD\"\n" + Unescaped(line.substr(5)));
+        return (alone.found ? "<" + alone.text + ">" : std::string("none")) + ", " +
+               std::to_string(alone.badEntries) + " bad; after a good one <" + after.text + ">";
+    });
 }
 
 TEST(GpdReader, NoEntryOtherKeywordsAndAMissingFile) {

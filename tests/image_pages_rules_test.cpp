@@ -1,5 +1,5 @@
 // Tests of the Watermark, Coupon and Logos pages' rules: what the pages show, what they keep,
-// their checks and what a print preview asks the rendering module for.
+// the logo slots' checks and what a print preview asks the rendering module for.
 #include <gtest/gtest.h>
 
 #include "pages/coupon_rules.h"
@@ -42,35 +42,6 @@ TEST(ImagePagesRules, WatermarkShowsKeepsAndAsksForWhatTheRecordHolds) {
     WatermarkControls bright = shown;
     bright.brightnessEnabled = true;
     EXPECT_EQ(WatermarkPreviewRequest(bright, {}).brightness, 40u);
-}
-
-TEST(ImagePagesRules, AnEnabledImageNeedsAPathAndAMissingFileIsAQuestion) {
-    struct Case {
-        bool enabled;
-        const char* path;
-        const char* logLine;  // null: nothing found
-        bool question;
-    };
-    const Case cases[] = {
-        {false, "", nullptr, false},
-        {true, "C:\\logo.bmp", nullptr, false},
-        {true, "", "Watermark : text empty", false},
-        {true, "C:\\gone.bmp", "Watermark path doesn't exists <C:\\gone.bmp>", true},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.path);
-        const auto found =
-            ValidateWatermarkControls({c.enabled, c.path, 0, 0, 0, false, 0}, kOnlyLogoExists);
-        ASSERT_EQ(found.has_value(), c.logLine != nullptr);
-        if (found) {
-            EXPECT_EQ(found->logLine, c.logLine);
-            EXPECT_EQ(found->question, c.question);
-            EXPECT_EQ(found->page, PageId::kWatermark);
-        }
-    }
-    const auto coupon = ValidateCouponControls({true, "", 0, 0, 0, 0, 0}, kOnlyLogoExists);
-    ASSERT_TRUE(coupon.has_value());
-    EXPECT_EQ(coupon->message, "The path of the coupon image file is empty");
 }
 
 TEST(ImagePagesRules, CouponCutsFollowTheCutterAndCopiesCountFromOne) {

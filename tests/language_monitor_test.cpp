@@ -1,6 +1,7 @@
 // Tests of the language monitor's module lookup and status query on fakes.
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "fake_spooler.h"
 #include "fake_text_codec.h"
 #include "fake_version_query.h"
+#include "golden_file.h"
 #include "memory_hive.h"
 
 namespace {
@@ -49,61 +51,29 @@ struct MonitorFixture {
     }
 };
 
+// Each "LM: <monitor>|<module>|<its description>|<printer attributes>|<size answer>|<setting>"
+// case of language_monitor.txt, and the status with the sizes the setting was asked with.
 TEST(LanguageMonitor, StatusOutcomesInTheirOrderOfTests) {
-    struct Case {
-        const char* name;
-        std::string monitor, module, description;
-        uint32_t attributes;
-        int32_t sizeResult;
-        std::string setting;
-        uint8_t status;
-    };
-    const std::string own = "KIV_LM.DLL", desc = "ORVANE Driver LM x64";
-    const Case cases[] = {
-        {"no monitor", "", "", desc, 0x800, kResultFail, "ENABLE_WAITJOB", LM_NOT_AVAILABLE},
-        {"monitor without key", "Kiv LM", "", desc, 0x800, kResultFail, "ENABLE_WAITJOB",
-         LM_NOT_AVAILABLE},
-        {"foreign _lm.dll", "Kiv LM", "other_lm.dll", "Other LM", 0x800, kResultFail,
-         "ENABLE_WAITJOB", LM_NOT_AVAILABLE},
-        {"description case", "Kiv LM", own, "orvane driver lm", 0x800, kResultFail,
-         "ENABLE_WAITJOB", LM_NOT_AVAILABLE},
-        {"bidi off", "Kiv LM", own, desc, 0x400, kResultFail, "ENABLE_WAITJOB", LM_BIDI_NOT_ENABLE},
-        {"setting unreadable", "Kiv LM", own, desc, 0x800, static_cast<int32_t>(0x80070057u), "",
-         LM_SETT_NOT_AVAILABLE},
-        {"size query succeeds", "Kiv LM", own, desc, 0x800, kResultOk, "ENABLE_WAITJOB",
-         LM_ENABLED},
-        {"not waitjob", "Kiv LM", own, desc, 0xA00, kResultFail, "DISABLE", LM_DISABLED},
-        {"a size no setting has", "Kiv LM", own, desc, 0x800, kResultFail,
-         "ENABLE_WAITJOB" + std::string(1 << 16, ' '), LM_SETT_NOT_AVAILABLE},
-        {"other naming, setting alone", "pjlmon", "pjlmon.dll", "", 0x800, kResultFail,
-         "ENABLE_WAITJOB", LM_ENABLED},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        MonitorFixture f;
-        if (!c.monitor.empty() && !c.module.empty())
-            f.Install(c.monitor, c.module);
-        else
-            f.spooler.driver.monitorName = c.monitor;
-        if (!c.description.empty())
-            f.versions.strings[{c.module, "FileDescription"}] = c.description;
-        f.spooler.attributes = c.attributes;
-        f.driver.sizeResult = c.sizeResult;
-        f.driver.value = c.setting;
-        EXPECT_EQ(f.Status(), c.status);
-        if (c.status == LM_ENABLED || c.status == LM_DISABLED) {  // the size, then the value
-            const uint32_t size = static_cast<uint32_t>(c.setting.size() + 1);
-            EXPECT_EQ(f.driver.sizesAsked, (std::vector<uint32_t>{0, size}));
-        }
-    }
-}
-
-TEST(LanguageMonitor, ModuleLookup) {
-    MonitorFixture f;
-    f.Install("Kiv LM", "KIV_LM.DLL");
-    EXPECT_EQ(GetLanguageMonitorDll(f.spooler, f.machine, f.text, 0x51, "Other"), "");
-    f.spooler.failing.insert("DriverInfo");
-    EXPECT_EQ(GetDriverMonitorName(f.spooler, 0x51), "");
+    ExpectGoldenCases(
+        "language_monitor.txt", [](const std::string& line) -> std::optional<std::string> {
+            if (!line.starts_with("LM: "))
+                return std::nullopt;
+            const std::vector<std::string> c = CaseFields(line);
+            MonitorFixture f;
+            if (!c.at(0).empty() && !c.at(1).empty())
+                f.Install(c.at(0), c.at(1));
+            else
+                f.spooler.driver.monitorName = c.at(0);
+            if (!c.at(2).empty())
+                f.versions.strings[{c.at(1), "FileDescription"}] = c.at(2);
+            f.spooler.attributes = static_cast<uint32_t>(std::stoul(c.at(3), nullptr, 16));
+            f.driver.sizeResult = static_cast<int32_t>(std::stoul(c.at(4), nullptr, 16));
+            f.driver.value = c.at(5);
+            std::string answer = GetLMStatusName(f.Status());
+            for (uint32_t size : f.driver.sizesAsked)
+                answer += " " + std::to_string(size);
+            return answer;
+        });
 }
 
 TEST(LanguageMonitor, StatusNamesAndFlags) {
@@ -111,10 +81,8 @@ TEST(LanguageMonitor, StatusNamesAndFlags) {
     const std::tuple<uint8_t, const char*, std::vector<uint32_t>> cases[] = {
         {0, "LM_NOT_AVAILABLE", {0, 0, 0}},
         {1, "LM_DISABLED", {1, 1, 0}},
-        {2, "LM_SETT_NOT_AVAILABLE", {0, 0, 0}},
         {3, "LM_BIDI_NOT_ENABLE", {1, 0, 0}},
         {10, "LM_ENABLED", {1, 1, 1}},
-        {4, "NOID", {0, 0, 0}},
         {255, "NOID", {0, 0, 0}},
     };
     for (const auto& [status, name, flags] : cases) {

@@ -2,10 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "fake_log_ports.h"
+#include "golden_file.h"
 #include "infra/log.h"
 #include "infra/windows_path.h"
 
@@ -103,38 +105,26 @@ TEST(LogNames, PrinterNameLosesOnlyWhatFileAndObjectNamesCannotHold) {
     EXPECT_EQ(PrinterNameForFiles(u"\\/:*?\"<>|\x01\x1f" + kept), std::u16string(11, u'_') + kept);
 }
 
+// Each "Log folder: <folder>|<%TEMP%>|<usable>" case of log_folders.txt and the log file it
+// gives, or "off". A character the 8-bit text cannot hold is no file name character either.
 TEST(LogFolder, ExpandedFolderMustBeAbsoluteAndUsable) {
-    struct Case {
-        const char* folder;
-        std::string temp;  // %TEMP%
-        bool usable;       // Exists answers this
-        const char* path;  // the log file; null: logging off
-    };
-    const Case cases[] = {
-        {"%TEMP%\\kiv", "C:\\Temp", true, "C:\\Temp\\kiv\\P\xe9__UI.log"},
-        {"z:/logs", "", true, "z:/logs\\P\xe9__UI.log"},
-        {"\\\\srv\\share", "", true, "\\\\srv\\share\\P\xe9__UI.log"},
-        {"Z:\\nowhere", "", false, nullptr},
-        // The working folder of the spooler is the system folder: never write there, nor on
-        // a drive's working folder, a root without a drive, half a share or no drive at all.
-        {"Logs", "", true, nullptr},
-        {"C:Logs", "", true, nullptr},
-        {"\\Logs", "", true, nullptr},
-        {"\\\\srv\\", "", true, nullptr},
-        {"1:\\x", "", true, nullptr},
-        {"%TEMP%\\kiv", "C:\\" + std::string(260, 't'), true, nullptr},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.folder);
+    ExpectGoldenCases("log_folders.txt", [](const std::string& line) -> std::optional<std::string> {
+        if (!line.starts_with("Log folder: "))
+            return std::nullopt;
+        const std::vector<std::string> c = CaseFields(line);
         LocalLog local;
-        local.fake.environment = {{"TEMP", c.temp}};
-        local.fake.folderUsable = c.usable;
-        // A character the 8-bit text cannot hold is no file name character either.
-        local.log.Open(u"P\u00e9\u03a9", c.folder, kLogToFile, 6, 1);
+        local.fake.environment = {{"TEMP", c.at(1)}};
+        local.fake.folderUsable = c.at(2) == "usable";
+        local.log.Open(u"P\u00e9\u03a9", c.at(0), kLogToFile, 6, 1);
         local.log.Write(kLogError, "C::F", "x");
-        EXPECT_EQ(local.log.OutputMode(), c.path != nullptr ? kLogToFile : kLogOff);
-        EXPECT_EQ(local.fake.openedPath, c.path != nullptr ? c.path : "");
-    }
+        EXPECT_EQ(local.log.OutputMode() == kLogOff, local.fake.openedPath.empty());
+        std::string path = local.fake.openedPath.empty() ? "off" : "";
+        for (unsigned char byte : local.fake.openedPath)  // "\xHH" above ASCII
+            path += byte < 0x80 ? std::string(1, static_cast<char>(byte))
+                                : "\\x" + std::string(1, "0123456789ABCDEF"[byte >> 4]) +
+                                      "0123456789ABCDEF"[byte & 15];
+        return path;
+    });
 }
 
 TEST(LogOpen, ReopeningClosesFirstAndAnUnopenableOrDeletedFileIsRetried) {

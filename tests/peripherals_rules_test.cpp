@@ -1,4 +1,4 @@
-// Tests of the Peripherals page's rules: phase labels by meaning, the pulse checks, read-back.
+// Tests of the Peripherals page's rules: phase labels by meaning and the read-back.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -32,36 +32,6 @@ TEST(PeripheralsRules, PhasesAreNamedByMeaningInTheModelsOrder) {
     EXPECT_STREQ(BuzzerPhaseLabel(16), "Begin Document");
     trx->SetBuzzer(0);
     EXPECT_FALSE(MakePeripheralsView(*trx).controls.buzzerChecked);
-}
-
-TEST(PeripheralsRules, PulsesAreCheckedOnlyForAnEnabledDrawer) {
-    auto j7 = CreateUiDevice("J7", "", "", "");
-    auto noDrawer = CreateUiDevice("TRX430ATF", "", "", "");
-    const std::string kOn = "Cash Drawer TIMER ON : value out of range (2 512)";
-    const std::string kOff = "Cash Drawer TIMER OFF : value out of range (2 512)";
-    struct Case {
-        const UiDeviceCommon* device;
-        bool checked;
-        std::string on, off, logLine;
-    };
-    const Case cases[] = {
-        {j7.get(), true, "2", "512", ""},     {j7.get(), true, "1", "100", kOn},
-        {j7.get(), true, "513", "1", kOn},    {j7.get(), true, "100", "513", kOff},
-        {j7.get(), true, "5", "", kOff},      {j7.get(), false, "1", "1", ""},
-        {noDrawer.get(), true, "1", "1", ""},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.on + "/" + c.off);
-        const auto failure = ValidatePeripheralsControls(
-            *c.device, PeripheralsControls{c.checked, c.on, c.off, 0, 0, false, 0});
-        EXPECT_EQ(failure ? failure->logLine : "", c.logLine);
-        if (failure) {
-            EXPECT_EQ(failure->message, c.logLine == kOn
-                                            ? "The Time On must be a value between 2 and 512"
-                                            : "The Time Off must be a value between 2 and 512");
-            EXPECT_EQ(failure->page, PageId::kPeripherals);
-        }
-    }
 }
 
 TEST(PeripheralsRules, ControlsAreStored) {

@@ -1,4 +1,4 @@
-// Tests of the Presentation page's rules: mode classes, page-to-page states, checks, read-back.
+// Tests of the Presentation page's rules: mode classes, page-to-page states, read-back.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -12,7 +12,6 @@
 namespace {
 
 constexpr PortFlags kUnknownPort{false, false, false};
-constexpr PortFlags kUsablePort{true, true, true};
 
 TEST(PresentationRules, ModeClassesAndPageToPageStates) {
     struct Case {
@@ -73,96 +72,42 @@ TEST(PresentationRules, NoticeByPortFlags) {
     EXPECT_EQ(none.notice, nullptr);
 }
 
-TEST(PresentationRules, ViewOfAStoredSetting) {
-    auto device = CreateUiDevice("ZLD90VII", "", "", "");
-    device->SetPresentationMode(96);
-    device->SetPresentationValue(40);
-    device->SetPresentationTimeout(10);
-    device->SetPage2PageEnable(1);
-    device->SetPage2PageTimeout(kUnlimitedTimeout);
-    device->SetPage2PageAction(32);
-    device->SetPage2PageExtra(7);
-    PresentationView view = MakePresentationView(*device, kUnknownPort);
-    EXPECT_EQ(view.modeLabels, (LabelList{"Hold", "Hold (max length)", "Eject",
-                                          "Eject with Timeout", "Retract with Timeout"}));
-    EXPECT_EQ(view.controls.modeSelection, 3);
-    EXPECT_EQ(view.controls.lengthText + "/" + view.controls.durationText, "40/10");
-    EXPECT_TRUE(view.lengthEnabled && view.durationEnabled && view.ledEnabled);
-    // Eject with Timeout is outside the Hold class: the stored enable shows unchecked.
-    EXPECT_FALSE(view.controls.pageToPageChecked);
-    EXPECT_EQ(view.controls.timeoutModeSelection, kTimeoutModeUnlimited);
-    EXPECT_EQ(view.controls.timeoutText, "");
-    EXPECT_EQ(view.controls.ticketSelection, 1);
-    EXPECT_EQ(view.controls.printQueueSelection, 0);
-    device->SetPresentationMode(5);  // not offered: no selection
-    device->SetPage2PageTimeout(300);
-    view = MakePresentationView(*device, kUnknownPort);
-    EXPECT_EQ(view.controls.modeSelection, -1);
-    EXPECT_EQ(view.controls.timeoutText, "300");
-}
-
-TEST(PresentationRules, ChecksStopAtTheFirstFailure) {
-    auto device = CreateUiDevice("ZLD40PRESENTER", "", "", "");  // modes 10 40 60
-    auto noPresenter = CreateUiDevice("J7", "", "", "");
-    const std::string kEmpty = "The Page to Page timeout value is empty";
-    const std::string kOver = "The Page to Page timeout value is over the max";
-    const std::string kLength = "The Presentation measure must be a value between 0 and 255";
-    const std::string kDuration = "The Presentation timeout must be a value between 1 and 255";
-    struct Case {
-        int mode;
-        bool checked;
-        int timeoutMode;
-        std::string timeout, length, duration, message, logLine;
-        PortFlags port = kUsablePort;
-    };
-    const Case cases[] = {
-        {0, true, 0, "65534", "0", "0", "", ""},
-        {0, true, 0, "65535", "0", "0", kOver,
-         "Page to Page : timeout value out of range (0  65534)"},
-        {0, true, 0, "", "0", "0", kEmpty, "Page to Page : timeout value empty"},
-        {0, true, 1, "", "0", "0", "", ""},   // Unlimited skips the timeout checks
-        {0, false, 0, "", "0", "0", "", ""},  // so does an unchecked box
-        {0, true, 0, "", "0", "0", "", "", {true, false, false}},  // and a notice
-        {0, true, 0, "", "0", "0", "", "", kUnknownPort},          // and a hidden group
-        {2, false, 0, "", "256", "0", kLength, "Presentation : value out of range (0  255)"},
-        {2, false, 0, "", "255", "0", kDuration,
-         "Presentation : timeout value out of range (1  255)"},
-        {2, false, 0, "", "255", "255", "", ""},
-        {1, false, 0, "", "999", "0", "", ""},  // Eject: neither applies
-        {0, true, 0, "99999", "999", "0", kOver,
-         "Page to Page : timeout value out of range (0  65534)"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.timeout + "/" + c.length + "/" + c.duration);
-        const PresentationControls controls{c.mode,        c.length,  c.duration, 0, c.checked,
-                                            c.timeoutMode, c.timeout, 0,          0};
-        const auto failure = ValidatePresentationControls(*device, c.port, controls);
-        EXPECT_EQ(failure ? failure->message : "", c.message);
-        EXPECT_EQ(failure ? failure->logLine : "", c.logLine);
-        // A model without a presenter has nothing to refuse.
-        EXPECT_FALSE(ValidatePresentationControls(*noPresenter, c.port, controls));
-    }
-}
-
-TEST(PresentationRules, ControlsAreStored) {
+TEST(PresentationRules, ControlsAreStoredAndShownAgain) {
     auto device = CreateUiDevice("ZLD90VII", "", "", "");  // modes 20 30 40 60 70
     // Mode, length, duration, LED, page to page on, its timeout, action and extra.
-    StorePresentationControls(*device, {0, "77", "12", 2, true, 0, "600", 2, 2});
+    const PresentationControls entered{1, "77", "12", 2, true, 0, "600", 1, 2};
+    StorePresentationControls(*device, entered);
     EXPECT_EQ((std::vector<int>{device->GetPresentationMode(), device->GetPresentationValue(),
                                 device->GetPresentationTimeout(), device->GetHeadLed(),
                                 device->GetPage2PageEnable(), device->GetPage2PageTimeout(),
                                 device->GetPage2PageAction(), device->GetPage2PageExtra()}),
-              (std::vector<int>{32, 77, 12, 32, 1, 600, 48, 2}));
+              (std::vector<int>{48, 77, 12, 32, 1, 600, 32, 2}));
+    const PresentationView view = MakePresentationView(*device, kUnknownPort);
+    EXPECT_EQ(view.modeLabels, (LabelList{"Hold", "Hold (max length)", "Eject",
+                                          "Eject with Timeout", "Retract with Timeout"}));
+    EXPECT_EQ(std::tie(view.controls.modeSelection, view.controls.lengthText,
+                       view.controls.durationText, view.controls.pageToPageChecked,
+                       view.controls.timeoutText, view.controls.ticketSelection),
+              std::tie(entered.modeSelection, entered.lengthText, entered.durationText,
+                       entered.pageToPageChecked, entered.timeoutText, entered.ticketSelection));
     StorePresentationControls(*device, {-1, "", "", -1, false, 1, "600", -1, -1});
     EXPECT_EQ(device->GetPresentationMode(), 0);
     EXPECT_EQ(device->GetPage2PageTimeout(), kUnlimitedTimeout);
     EXPECT_EQ(device->GetPage2PageExtra(), 0);
+    const PresentationControls unlimited = MakePresentationView(*device, kUnknownPort).controls;
+    EXPECT_EQ(
+        std::tie(unlimited.modeSelection, unlimited.timeoutModeSelection, unlimited.timeoutText),
+        std::tuple(-1, kTimeoutModeUnlimited, ""));
     StorePresentationControls(*device, {0, "", "", 0, false, 0, "99999", 0, 0});
     EXPECT_EQ(device->GetPage2PageTimeout(), 65534);
-    // Eject with a checked box left behind a notice: page to page is not saved on.
+    // Eject with a checked box left behind a notice: page to page is not saved on, and Eject
+    // with Timeout shows a stored one unchecked.
     StorePresentationControls(*device, {2, "", "", 0, true, 0, "", 0, 0});
     EXPECT_EQ(device->GetPresentationMode(), 64);
     EXPECT_EQ(device->GetPage2PageEnable(), 0);
+    device->SetPresentationMode(96);
+    device->SetPage2PageEnable(1);
+    EXPECT_FALSE(MakePresentationView(*device, kUnknownPort).controls.pageToPageChecked);
 }
 
 }  // namespace

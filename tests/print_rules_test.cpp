@@ -1,4 +1,5 @@
-// Tests of the Print page's rules: its view, the Type reactions, the check and the read-back.
+// Tests of the Print page's rules: its view, the Type reactions and the read-back.
+// page_checks).
 #include <gtest/gtest.h>
 
 #include <string>
@@ -63,37 +64,6 @@ TEST(PrintRules, ControlsAreStoredThroughTheModelsLists) {
     EXPECT_EQ(device.GetConvFilterUp(), 255);
     StorePrintControls(device, PrintControls{-1, 9, 1, 128, 0, 255});
     EXPECT_EQ(device.GetQuality() + device.GetDensity(), 0);
-}
-
-TEST(PrintRules, FiltersAgainstTheThreshold) {
-    const char* kOrder = "The HIGH Filter must be a value > of the LOW Filter";
-    const char* kLow = "The LOW Filter must be a value between 0 and the Threshold";
-    const char* kHigh = "The HIGH Filter must be a value between the Threshold and 255";
-    struct Case {
-        int threshold, low, high;
-        const char* message;  // null: passes
-        const char* logLine;
-    };
-    const Case cases[] = {
-        {128, 128, 129, nullptr, ""},
-        {128, 128, 128, kOrder, "Dithering Filters are wrong : UP filter must be > of DOWN Filter"},
-        {128, 129, 200, kLow, "Dithering Filter DOWN : value out of range (129  128)"},
-        {128, -1, 200, kLow, "Dithering Filter DOWN : value out of range (-1  128)"},
-        {128, 10, 127, kHigh, "Dithering Filter UP : value out of range (127  128)"},
-        {128, 10, 256, kHigh, "Dithering Filter UP : value out of range (256  128)"},
-        // Both filters wrong: the low filter is reported first.
-        {128, 200, 100, kLow, "Dithering Filter DOWN : value out of range (200  128)"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.threshold << " " << c.low << " " << c.high);
-        auto failure = ValidatePrintControls(PrintControls{0, 0, 0, c.threshold, c.low, c.high});
-        ASSERT_EQ(failure.has_value(), c.message != nullptr);
-        if (failure) {
-            EXPECT_EQ(failure->message, c.message);
-            EXPECT_EQ(failure->logLine, c.logLine);
-            EXPECT_EQ(failure->page, PageId::kPrint);
-        }
-    }
 }
 
 }  // namespace

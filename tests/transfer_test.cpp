@@ -3,6 +3,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <sstream>
 #include <memory>
 #include <numeric>
 #include <string>
@@ -23,10 +27,6 @@ const char* const kAllModels[] = {
 
 std::unique_ptr<UiDeviceCommon> Build(const std::string& name) {
     return CreateUiDevice(name, "SECOND", "", "");
-}
-
-bool Contains(const std::vector<std::string>& lines, const std::string& line) {
-    return std::find(lines.begin(), lines.end(), line) != lines.end();
 }
 
 std::string Bytes(const void* data, size_t size) {
@@ -162,176 +162,124 @@ TEST(TransferTest, EveryModelSavesAndLoadsAsItsGoldenLogSays) {
     ExpectGoldenFile("transfer_models.log", all);
 }
 
-// A damaged body behind an intact header: what the model does not offer loads as its starting
-// value, with one line (none below the detail level), and what is then saved loads without any;
-// what it offers (the not-set value even where the list lacks it, the ends of a range) loads as
-// stored. Random bodies through the pages' checks are the transfer fuzzer's.
-TEST(TransferTest, LoadingMapsWhatTheModelDoesNotOffer) {
-    struct Case {
-        const char* what;
-        const char* model;
-        void (*damage)(OemDevPayload&);
-        const char* line;  // null: offered
-    };
-    const Case cases[] = {
-        {"cut mode 0xFF on a cutter model", "TRX418A CUT",
-         [](OemDevPayload& p) { p.cutMode = 0xFF; },
-         " Value <NOID> not offered, forced to <PRN_PROP_NO_CUT>"},
-        {"page-to-page action", "ZLD90VII",
-         [](OemDevPayload& p) {
-             p.page2PageEnable = 1;
-             p.page2PageAction = 0x40;
-         },
-         " Page2Page After TO <NOID> not offered, forced to <PRN_PROP_PAGE2PAGE_EJECT>"},
-        {"filters that contradict the threshold", "J7",
-         [](OemDevPayload& p) {
-             p.convThreshold = 100;
-             p.convFilterUp = 90;
-             p.convFilterDown = 20;
-         },
-         " Threshold/Filter UP/Filter DOWN <100/90/20> not offered, forced to <128/255/0>"},
-        {"not set, absent from the list", "VORTA5X",
-         [](OemDevPayload& p) { p.blackMark = PRN_PROP_BMARK_NOTSETBYDRIVER; }, nullptr},
-        {"a pulse past the Peripherals range", "J7",
-         [](OemDevPayload& p) {
-             p.cashDrawerEnable = 1;
-             p.cashDrawerTimeOff = 513;
-         },
-         " Time OFF Value <513> not offered, forced to <256>"},
-        {"no duration where the presenter mode uses one", "ZLD90VII",
-         [](OemDevPayload& p) {
-             p.presentationMode = PRN_PROP_PRESENT_PEJECT_TO;
-             p.presentationTimeout = 0;
-         },
-         " TO Value <0> not offered, forced to <1>"},
-        {"a path with a control byte", "J7",
-         [](OemDevPayload& p) {
-             p.couponEnable = 1;
-             p.couponCopies = 15;
-             std::memcpy(p.couponPath, "C:\\a\tb", 7);
-         },
-         " Path <C:\\a\\x09b> not offered, forced to <>"},
-        {"a watermark place off the grid", "J7",
-         [](OemDevPayload& p) {
-             p.watermarkEnable = 1;
-             p.watermarkVHPosition = 0x33;
-         },
-         " VH Position <NOID> not offered, forced to <WK_TOPLEFT>"},
-        {"an offset past its range", "J7",
-         [](OemDevPayload& p) {
-             p.offsetX = -1001;
-             p.offsetY = 5;
-         },
-         " Offset <X:-1001 Y:5> not offered, forced to <X:0 Y:5>"},
-        {"values at the ends of their ranges", "J7",
-         [](OemDevPayload& p) {
-             p.offsetX = -1000;
-             p.offsetY = 1000;
-             p.convThreshold = 1;
-             p.convFilterUp = 1;
-             p.convFilterDown = 0;
-             p.cashDrawerEnable = 1;
-             p.cashDrawerTimeOn = 2;
-             p.cashDrawerTimeOff = 512;
-         },
-         nullptr},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        OemDevPayload p = DefaultRecord(c.model);
-        c.damage(p);
-        {  // below the detail level a load writes nothing
-            ScopedTestLog quiet(kLogInfo, 1);
-            std::string printer;
-            Build(c.model)->FillUIDeviceValuesWithOEMDEV(printer, p);
-            EXPECT_EQ(quiet.Text(), "");
-        }
-        std::unique_ptr<UiDeviceCommon> d = Build(c.model);
-        EXPECT_EQ(Mapped(*d, p), c.line != nullptr ? std::vector<std::string>{c.line}
-                                                   : std::vector<std::string>{});
-        EXPECT_TRUE(Mapped(*Build(c.model), Save(*d)).empty());
+// The page values a rule case can set by name.
+using Setter = std::function<void(UiDeviceCommon&, const std::string&)>;
+template <typename T>
+Setter Number(void (UiDeviceCommon::*set)(T)) {
+    return [set](UiDeviceCommon& d, const std::string& v) { (d.*set)(static_cast<T>(stoi(v))); };
+}
+const std::map<std::string, Setter> kSetters = {
+    {"LfBeforeCut", Number(&UiDeviceCommon::SetLfBeforeCut)},
+    {"WatermarkEnable", Number(&UiDeviceCommon::SetWatermarkEnable)},
+    {"WatermarkBrightness", Number(&UiDeviceCommon::SetWatermarkBrightness)},
+    {"CashDrawerPins", Number(&UiDeviceCommon::SetCashDrawerPins)},
+    {"CashDrawerTimeOn", Number(&UiDeviceCommon::SetCashDrawerTimeOn)},
+    {"CashDrawerPhase", Number(&UiDeviceCommon::SetCashDrawerPhase)},
+    {"CouponCopies", Number(&UiDeviceCommon::SetCouponCopies)},
+    {"CouponCutInter", Number(&UiDeviceCommon::SetCouponCutInter)},
+    {"StartJobBufferMode", Number(&UiDeviceCommon::SetStartJobBufferMode)},
+    {"StartJobBuffer",
+     [](UiDeviceCommon& d, const std::string& v) {
+         d.SetStartJobBuffer(std::vector<uint8_t>(v.begin(), v.end()));
+     }},
+};
+
+// The lines of `lines` that `base` lacks, each base line matched once, under `tag`.
+std::string Unmatched(const char* tag, const std::vector<std::string>& lines,
+                      std::vector<std::string> base) {
+    std::string out;
+    for (const std::string& line : lines) {
+        const auto at = std::find(base.begin(), base.end(), line);
+        if (at != base.end())
+            base.erase(at);
+        else
+            out += tag + line + '\n';
     }
+    return out;
 }
 
-// The record holds LF before cut in one byte, below 16: the page's value is cut to its byte, and
-// a byte of 16 or more is saved, and loaded, as 0 with a line that names the uncut value.
-TEST(TransferTest, LfBeforeCutIsBelowSixteenInTheRecord) {
+// One case of transfer_rules.log, "== <model>: <what>": its "page <setter> <value>" lines set the
+// object before its save, its "record <offset> <byte>..." lines then damage the saved record. Its
+// outcome is what changes against the model's defaults: its save's lines, the record's bytes and
+// the load's lines. Values the model does not offer load with one "not offered" line (none below
+// the detail level) and what is then saved loads without any.
+std::string RuleCaseLog(const std::string& model, const std::vector<std::string>& inputs) {
     ScopedTestLog log(kLogDetail);
-    for (int32_t page : {16, 256, 300}) {
-        SCOPED_TRACE(page);
-        log.Platform().file.clear();
-        std::unique_ptr<UiDeviceCommon> d = Build("TRX430A");
-        d->SetLfBeforeCut(page);
-        EXPECT_EQ(Save(*d).lfBeforeCut, 0);
-        EXPECT_EQ(Contains(log.Messages(), " forced to 0 because the value " +
-                                               std::to_string(page) + " is over 16"),
-                  page != 256);
+    std::unique_ptr<UiDeviceCommon> d = Build(model);
+    const OemDevPayload defaults = Save(*d);
+    const std::vector<std::string> defaultSave = log.Messages();
+    log.Platform().file.clear();
+    for (const std::string& input : inputs) {
+        std::string kind, name, value;
+        std::istringstream(input) >> kind >> name >> value;
+        if (kind == "page")
+            kSetters.at(name)(*d, value);
     }
-    OemDevPayload p = DefaultRecord("TRX430A");
-    p.lfBeforeCut = 200;
-    std::unique_ptr<UiDeviceCommon> d = Build("TRX430A");
-    EXPECT_TRUE(Contains(Load(*d, p), " forced to 0 because the value 200 is over 16"));
-    EXPECT_EQ(d->GetLfBeforeCut(), 0);
+    OemDevPayload p = Save(*d);
+    auto* bytes = reinterpret_cast<uint8_t*>(&p);
+    for (const std::string& input : inputs) {
+        std::istringstream in(input);
+        std::string kind;
+        size_t at = sizeof p;
+        if (in >> kind && kind == "record")
+            in >> at;
+        for (int byte; at < sizeof p && in >> byte;)
+            bytes[at++] = static_cast<uint8_t>(byte);
+    }
+    std::string out = Unmatched("save:", log.Messages(), defaultSave);
+    for (size_t i = 0; i < sizeof p; ++i) {
+        const auto was = reinterpret_cast<const uint8_t*>(&defaults)[i];
+        if (was != bytes[i])
+            out += "byte " + std::to_string(i) + ": " + std::to_string(was) + " -> " +
+                   std::to_string(bytes[i]) + '\n';
+    }
+    const std::vector<std::string> defaultLoad = Load(*Build(model), defaults);
+    {
+        ScopedTestLog quiet(kLogInfo, 1);
+        std::string printer;
+        Build(model)->FillUIDeviceValuesWithOEMDEV(printer, p);
+        EXPECT_EQ(quiet.Text(), "");
+    }
+    out += Unmatched("load:", Load(*d, p), defaultLoad);
+    EXPECT_TRUE(Mapped(*Build(model), Save(*d)).empty());
+    return out;
 }
 
-TEST(TransferTest, BrightnessIsMirroredAroundTwoHundred) {
-    // A stored byte past 200 is no brightness the page offers: it loads as 100.
-    const std::pair<int32_t, uint8_t> cases[] = {{0, 200}, {150, 50}, {201, 255}, {-55, 255}};
-    for (const auto& [page, stored] : cases) {
-        SCOPED_TRACE(page);
-        UiDeviceCommon d("", "", "", "");
-        d.SetWatermarkEnable(1);
-        d.SetWatermarkBrightness(page);
-        const OemDevPayload p = Save(d);
-        EXPECT_EQ(p.watermarkBrightness, stored);
-        UiDeviceCommon back("", "", "", "");
-        Load(back, p);
-        EXPECT_EQ(back.GetWatermarkBrightness(), stored <= 200 ? 200 - stored : 100);
+// The transfer's rules case by case (mapping, LF before cut, brightness, disabled features,
+// free-buffer lines): the cases' inputs and outcomes are both in the golden file.
+TEST(TransferTest, RuleCasesSaveAndLoadAsTheirGoldenLogSays) {
+    std::ifstream file(KIV_TEST_DATA_DIR "/transfer_rules.log");
+    std::string all, title;
+    std::vector<std::string> inputs;
+    const auto endCase = [&] {
+        if (title.empty())
+            return;
+        SCOPED_TRACE(title);
+        all += RuleCaseLog(title.substr(3, title.find(':') - 3), inputs);
+    };
+    for (std::string line; std::getline(file, line);) {
+        const bool input = line.starts_with("page ") || line.starts_with("record ");
+        if (line.starts_with("== ")) {
+            endCase();
+            title = line;
+            inputs.clear();
+        } else if (input) {
+            inputs.push_back(line);
+        }
+        if (input || line.starts_with("== "))
+            all += line + '\n';
     }
-}
+    endCase();
+    ASSERT_NE(title, "");
+    ExpectGoldenFile("transfer_rules.log", all);
 
-// A disabled drawer, watermark or coupon saves the record's defaults whatever the object holds;
-// loading a disabled drawer leaves the object's other drawer values as they were.
-TEST(TransferTest, DisabledOrAbsentFeaturesSaveAndLoadTheirDefaults) {
+    // Loading a disabled drawer leaves the object's other drawer values as they were.
     std::unique_ptr<UiDeviceCommon> d = Build("J7");
     d->SetCashDrawerPins(PRN_PROP_CDPINS_PIN1AND2);
-    d->SetCashDrawerTimeOn(40);
-    d->SetCashDrawerPhase(PRN_PROP_CDPHASE_END_DOC);
-    d->SetWatermarkBrightness(0);
-    d->SetCouponCopies(4);
-    d->SetCouponCutInter(PRN_COP_CUTTER_PC);
     OemDevPayload p = Save(*d);
-    EXPECT_EQ(Bytes(p), Bytes(Save(*Build("J7"))));
-    EXPECT_EQ(p.couponCutInter, PRN_COP_CUTTER_TC);  // the export's, even while off
     p.cashDrawerPins = PRN_PROP_CDPINS_PIN1;
     Load(*d, p);
     EXPECT_EQ(d->GetCashDrawerPins(), PRN_PROP_CDPINS_PIN1AND2);
-    EXPECT_EQ(d->GetCashDrawerTimeOn(), 40);
-    // Without a presenter the presentation loads as none, and its timeout as one.
-    p.presentationMode = PRN_PROP_PRESENT_EJECT;
-    p.presentationValue = 30;
-    p.presentationTimeout = 20;
-    Load(*d, p);
-    EXPECT_EQ(d->GetPresentationMode(), 0);
-    EXPECT_EQ(d->GetPresentationValue(), 0);
-    EXPECT_EQ(d->GetPresentationTimeout(), 1);
-}
-
-// An empty file name logs no mode; any mode but none and file name is a raw buffer (the order of
-// its lines and its dump are in the golden logs).
-TEST(TransferTest, FreeBufferLinesDependOnModeAndContent) {
-    for (const std::string bytes : {"", "AB%"}) {
-        SCOPED_TRACE(bytes);
-        ScopedTestLog log(kLogDump, 1);
-        UiDeviceCommon d("", "", "", "");
-        d.SetStartJobBufferMode(bytes.empty() ? FREE_CMD_MODE_FILENAME : FREE_CMD_MODE_SPACE);
-        d.SetStartJobBuffer(std::vector<uint8_t>(bytes.begin(), bytes.end()));
-        EXPECT_EQ(int{Save(d).startJobBufferLength}, bytes.size());
-        const std::vector<std::string> m = log.Messages();
-        EXPECT_FALSE(Contains(m, " Mode Filename"));
-        EXPECT_EQ(Contains(m, " Buffer size 3 Bytes") && Contains(m, " Mode Buffer"),
-                  !bytes.empty());
-    }
 }
 
 TEST(TransferTest, FreeBuffersAndTextsNeverPassTheirFields) {
