@@ -108,35 +108,11 @@ class PagesWin : public testing::Test {
     PageContext context_;
 };
 
-// Default after None: the dithering defaults, the filters left disabled.
-TEST_F(PagesWin, PrintDefaultAfterTypeNone) {
-    HWND hDlg = OpenPage(PageId::kPrint);
-    ASSERT_NE(hDlg, nullptr);
-    SendDlgItemMessageW(hDlg, IDC_PRINT_DITHERING_TYPE, CB_SETCURSEL, 1, 0);
-    Command(hDlg, IDC_PRINT_DITHERING_TYPE, CBN_SELCHANGE);
-    Command(hDlg, IDC_PRINT_DEFAULT, BN_CLICKED);
-    EXPECT_EQ(ComboSelection(hDlg, IDC_PRINT_DITHERING_TYPE), 0);
-    EXPECT_EQ(Text(hDlg, IDC_PRINT_THRESHOLD_VALUE), L"50% (128/255)");
-    EXPECT_EQ(IsControlEnabled(hDlg, IDC_PRINT_LOW_FILTER), FALSE);
-}
-
-// Saving reads a page only if it was opened (its window in the page's slot); the rest comes
-// from the stored values.
-TEST_F(PagesWin, PrintAdjustSavesOffsetsOfAnOpenedPageOnly) {
-    HWND hDlg = OpenPage(PageId::kPrintAdjust);
-    ASSERT_NE(hDlg, nullptr);
-    EXPECT_EQ(context_.Slot(PageId::kPrintAdjust), hDlg);
-    SetDlgItemTextW(hDlg, IDC_ADJUST_X_OFFSET, L"oops");
-    context_.Slot(PageId::kPrintAdjust) = nullptr;
-    OemDevPayload body{};
-    EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 0);
-    EXPECT_EQ(g_boxes, 0);
-    EXPECT_EQ(body.offsetX, -25);  // the stored value
-    EXPECT_EQ(ValidateDeviceInfoFromUI(nullptr, &state_), TRUE);
-
-    // A feeder model's choice (here its starting one) becomes the public paper source, with
-    // its field bit.
+// A feeder model's choice (here its starting one) becomes the public paper source, with its
+// field bit (the host's own devmode always carries that bit, so only a direct call shows it).
+TEST_F(PagesWin, AFeederChoiceSetsThePaperSourceWithItsFieldBit) {
     state_.device = CreateUiDevice("TRX430ATF", "", "", "");
+    OemDevPayload body{};
     DEVMODEW dm{};
     OEMCUIPPARAM parameters{};
     parameters.pPublicDM = &dm;
