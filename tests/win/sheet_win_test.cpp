@@ -46,6 +46,14 @@ std::vector<std::string> LinesStarting(const std::string& output, const std::str
     return found;
 }
 
+// The texts of the message boxes in the output, in order.
+std::vector<std::string> MessageTexts(const std::string& output) {
+    std::vector<std::string> texts;
+    for (const std::string& box : LinesStarting(output, "MESSAGEBOX "))
+        texts.push_back(ValueAfter(box, "text"));
+    return texts;
+}
+
 // One --dump-controls of one page: its CONTROL lines by control id.
 struct ControlDump {
     std::map<int, std::string> controls;
@@ -287,9 +295,9 @@ TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenUntilResetDefault) {
     // The Console's Reset Default asks, applies the model's defaults and closes the sheet.
     const HostRun reset =
         Sheet(printer, model, L"--answer yes --page Console --click 1166 --press cancel");
-    const std::vector<std::string> boxes = LinesStarting(reset.output, "MESSAGEBOX ");
-    ASSERT_EQ(1u, boxes.size()) << reset.output;
-    EXPECT_EQ("Continue to reset the values to default?", ValueAfter(boxes[0], "text"));
+    EXPECT_EQ(std::vector<std::string>{"Continue to reset the values to default?"},
+              MessageTexts(reset.output))
+        << reset.output;
     const HostRun third =
         Sheet(printer, model, L"--page \"Print adjust\" --dump-controls --press cancel");
     ASSERT_EQ(1u, DumpsOf(third.output).size()) << third.output;
@@ -420,6 +428,29 @@ TEST_F(SheetWin, ConsoleActionsPutTheirBytesInThePortFileAndTheCopy) {
     DeleteFileW(port.c_str());
 }
 
+// The visible top-level window of `windowClass` whose title holds `title`, waited for up to
+// `tries` tenths of a second (the plug-in's programs start after the host has gone).
+HWND WaitForWindow(const wchar_t* windowClass, const std::wstring& title, int tries = 50) {
+    for (; tries > 0; --tries) {
+        for (HWND w = FindWindowExW(nullptr, nullptr, windowClass, nullptr); w != nullptr;
+             w = FindWindowExW(nullptr, w, windowClass, nullptr)) {
+            wchar_t text[512] = {};
+            GetWindowTextW(w, text, 512);
+            if (IsWindowVisible(w) && std::wstring(text).find(title) != std::wstring::npos)
+                return w;
+        }
+        Sleep(100);
+    }
+    return nullptr;
+}
+
+// Closes a program's window and waits until it is gone, so the next case starts clean.
+void CloseProgramWindow(HWND window) {
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    for (int tries = 0; tries < 50 && IsWindow(window); ++tries)
+        Sleep(100);
+}
+
 // Admin mode lives in the plug-in's module, so it is switched and seen in one host process:
 // --reopen opens the sheet again. Each part of the output belongs to one opening.
 std::vector<std::string> Openings(const std::string& output) {
@@ -430,30 +461,85 @@ std::vector<std::string> Openings(const std::string& output) {
     }
     return parts;
 }
-const std::wstring kToAdminMode = L"--page Version --hold ctrl+shift --click 1057 --reopen ";
 
 // The keys held come from the system's keyboard state and the log button's value lands in the
 // registry; which presses switch and which values alternate is the core tests' business.
-TEST_F(SheetWin, CtrlShiftOnTheVersionPictureOpensTheAdminPageWhoseLogButtonWritesSeven) {
+// Registry: on Windows 7 the key's path goes to the clipboard with a message; elsewhere it is
+// the registry editor's last key and the editor starts (Wine reports Windows 7 unless told
+// otherwise for the host). Open Log Folder opens the explorer on the log folder.
+TEST_F(SheetWin, CtrlShiftOpensTheAdminPageWhoseButtonsReachTheRegistryAndTheirPrograms) {
     const std::wstring printer = NewPrinter(L"TRX418A CUT");
-    const HostRun run =
-        Sheet(printer, L"TRX418A CUT",
-              L"--verbosity 0 --page Version --hold ctrl --click 1057 --hold shift --click 1057 " +
-                  kToAdminMode + L"--page Admin --click 1164 --press cancel");
-    ASSERT_EQ(0u, run.exitCode) << run.output;
-    const std::vector<std::string> parts = Openings(run.output);
-    ASSERT_EQ(2u, parts.size()) << run.output;
-    const std::vector<std::string> boxes = LinesStarting(parts[0], "MESSAGEBOX ");
-    ASSERT_EQ(1u, boxes.size()) << parts[0];
-    EXPECT_EQ("ADMIN MODE ON", ValueAfter(boxes[0], "text"));
-    EXPECT_FALSE(Contains(parts[0], "\"Admin\" (plug-in)")) << parts[0];
-    EXPECT_TRUE(Contains(parts[1], "\"Admin\" (plug-in)")) << parts[1];
-    EXPECT_TRUE(Contains(parts[1], "SHEET closed by the plug-in"));
-    DWORD value = 99, size = sizeof value;
-    EXPECT_EQ(ERROR_SUCCESS,
-              RegGetValueW(HKEY_CURRENT_USER, (L"Software\\Orvane\\Kiv\\" + printer).c_str(),
-                           L"LogVerbosity_UiUni", RRF_RT_REG_DWORD, nullptr, &value, &size));
-    EXPECT_EQ(7u, value);
+    const std::wstring key = L"Software\\Orvane\\Kiv\\" + printer;
+    const std::string path = "HKCU\\SOFTWARE\\Orvane\\Kiv\\" + Narrow(printer);
+    const wchar_t* regedit = L"Software\\Microsoft\\Windows\\CurrentVersion\\Applets\\Regedit";
+    const wchar_t* hostVersion = L"Software\\Wine\\AppDefaults\\kivhost.exe";
+    const std::wstring folderName = dir_.substr(dir_.find_last_of(L'\\') + 1);
+    struct Row {
+        const wchar_t* version;  // what Wine reports to the host; null: its own, Windows 7
+        std::vector<std::string> boxes;
+        std::string clipboard, lastKey;
+        bool editor;
+    };
+    const Row rows[] = {
+        {.version = nullptr,
+         .boxes = {"Run regedit.exe and open the path " + path},
+         .clipboard = path,
+         .lastKey = "",
+         .editor = false},
+        {.version = L"win10", .boxes = {}, .clipboard = "", .lastKey = path, .editor = true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.editor ? "Windows 10" : "Windows 7");
+        RegDeleteKeyValueW(HKEY_CURRENT_USER, regedit, L"LastKey");
+        if (row.version != nullptr)
+            RegSetKeyValueW(HKEY_CURRENT_USER, hostVersion, L"Version", REG_SZ, row.version, 12);
+        if (OpenClipboard(nullptr)) {
+            EmptyClipboard();
+            CloseClipboard();
+        }
+        const HostRun run = Sheet(
+            printer, L"TRX418A CUT",
+            L"--verbosity 0 --page Version --hold ctrl --click 1057 --hold shift --click 1057 "
+            L"--hold ctrl+shift --click 1057 --reopen --page Admin --click 1162 --click 1166 "
+            L"--click 1164 --press cancel");
+        RegDeleteTreeW(HKEY_CURRENT_USER, hostVersion);
+        ASSERT_EQ(0u, run.exitCode) << run.output;
+        const std::vector<std::string> parts = Openings(run.output);
+        ASSERT_EQ(2u, parts.size()) << run.output;
+        EXPECT_EQ(std::vector<std::string>{"ADMIN MODE ON"}, MessageTexts(parts[0]));
+        EXPECT_FALSE(Contains(parts[0], "\"Admin\" (plug-in)")) << parts[0];
+        EXPECT_TRUE(Contains(parts[1], "\"Admin\" (plug-in)")) << parts[1];
+        EXPECT_TRUE(Contains(parts[1], "SHEET closed by the plug-in"));
+        EXPECT_EQ(row.boxes, MessageTexts(parts[1]));
+        DWORD verbosity = 99, size = sizeof verbosity;
+        RegGetValueW(HKEY_CURRENT_USER, key.c_str(), L"LogVerbosity_UiUni", RRF_RT_REG_DWORD,
+                     nullptr, &verbosity, &size);
+        EXPECT_EQ(7u, verbosity);
+        std::string copied;
+        if (OpenClipboard(nullptr)) {
+            HANDLE data = GetClipboardData(CF_TEXT);
+            if (data != nullptr) {
+                copied = static_cast<const char*>(GlobalLock(data));
+                GlobalUnlock(data);
+            }
+            CloseClipboard();
+        }
+        EXPECT_EQ(row.clipboard, copied);
+        wchar_t lastKey[512] = {};
+        size = sizeof lastKey;
+        RegGetValueW(HKEY_CURRENT_USER, regedit, L"LastKey", RRF_RT_REG_SZ, nullptr, lastKey,
+                     &size);
+        EXPECT_EQ(row.lastKey, Narrow(lastKey));
+        // The editor is started before the explorer, so it is up by the time the explorer is.
+        const HWND explorer = WaitForWindow(L"ExplorerWClass", folderName);
+        EXPECT_NE(nullptr, explorer);
+        const HWND editor = WaitForWindow(L"RegEdit_RegEdit", L"", row.editor ? 50 : 1);
+        EXPECT_EQ(row.editor, editor != nullptr);
+        for (HWND window : {editor, explorer}) {
+            if (window != nullptr)
+                CloseProgramWindow(window);
+        }
+    }
 }
 
 // The report's digests against the file bytes read here, through the portable SHA-1 path (the
@@ -500,97 +586,6 @@ TEST_F(SheetWin, TheVersionReportsDigestsAreTheSha1OfTheInstalledFiles) {
                                       "MinorVersion: " + std::to_string(os.dwMinorVersion),
                                       "Build: " + std::to_string(os.dwBuildNumber)})
         EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(), "OS " + number)) << report;
-}
-
-// The visible top-level window of `windowClass` whose title holds `title`, waited for up to
-// `tries` tenths of a second (the plug-in's programs start after the host has gone).
-HWND WaitForWindow(const wchar_t* windowClass, const std::wstring& title, int tries = 50) {
-    for (; tries > 0; --tries) {
-        for (HWND w = FindWindowExW(nullptr, nullptr, windowClass, nullptr); w != nullptr;
-             w = FindWindowExW(nullptr, w, windowClass, nullptr)) {
-            wchar_t text[512] = {};
-            GetWindowTextW(w, text, 512);
-            if (IsWindowVisible(w) && std::wstring(text).find(title) != std::wstring::npos)
-                return w;
-        }
-        Sleep(100);
-    }
-    return nullptr;
-}
-
-// Closes a program's window and waits until it is gone, so the next case starts clean.
-void CloseProgramWindow(HWND window) {
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    for (int tries = 0; tries < 50 && IsWindow(window); ++tries)
-        Sleep(100);
-}
-
-// Registry: on Windows 7 the key's path goes to the clipboard with a message; elsewhere it is
-// the registry editor's last key and the editor starts (Wine reports Windows 7 unless told
-// otherwise for the host). Open Log Folder opens the explorer on the log folder.
-TEST_F(SheetWin, TheAdminRegistryAndLogFolderButtonsReachTheirPrograms) {
-    const std::wstring printer = NewPrinter(L"TRX418A CUT");
-    const std::string path = "HKCU\\SOFTWARE\\Orvane\\Kiv\\" + Narrow(printer);
-    const wchar_t* regedit = L"Software\\Microsoft\\Windows\\CurrentVersion\\Applets\\Regedit";
-    const wchar_t* hostVersion = L"Software\\Wine\\AppDefaults\\kivhost.exe";
-    const std::wstring folderName = dir_.substr(dir_.find_last_of(L'\\') + 1);
-    struct Row {
-        const wchar_t* version;  // what Wine reports to the host; null: its own, Windows 7
-        std::vector<std::string> boxes;
-        std::string clipboard, lastKey;
-        bool editor;
-    };
-    const Row rows[] = {
-        {.version = nullptr,
-         .boxes = {"Run regedit.exe and open the path " + path},
-         .clipboard = path,
-         .lastKey = "",
-         .editor = false},
-        {.version = L"win10", .boxes = {}, .clipboard = "", .lastKey = path, .editor = true},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.editor ? "Windows 10" : "Windows 7");
-        RegDeleteKeyValueW(HKEY_CURRENT_USER, regedit, L"LastKey");
-        if (row.version != nullptr)
-            RegSetKeyValueW(HKEY_CURRENT_USER, hostVersion, L"Version", REG_SZ, row.version, 12);
-        if (OpenClipboard(nullptr)) {
-            EmptyClipboard();
-            CloseClipboard();
-        }
-        const HostRun run =
-            Sheet(printer, L"TRX418A CUT",
-                  kToAdminMode + L"--page Admin --click 1162 --click 1166 --press cancel");
-        RegDeleteTreeW(HKEY_CURRENT_USER, hostVersion);
-        ASSERT_EQ(0u, run.exitCode) << run.output;
-        std::vector<std::string> texts;
-        for (const std::string& box : LinesStarting(Openings(run.output)[1], "MESSAGEBOX "))
-            texts.push_back(ValueAfter(box, "text"));
-        EXPECT_EQ(row.boxes, texts);
-        std::string copied;
-        if (OpenClipboard(nullptr)) {
-            HANDLE data = GetClipboardData(CF_TEXT);
-            if (data != nullptr) {
-                copied = static_cast<const char*>(GlobalLock(data));
-                GlobalUnlock(data);
-            }
-            CloseClipboard();
-        }
-        EXPECT_EQ(row.clipboard, copied);
-        wchar_t lastKey[512] = {};
-        DWORD size = sizeof lastKey;
-        RegGetValueW(HKEY_CURRENT_USER, regedit, L"LastKey", RRF_RT_REG_SZ, nullptr, lastKey,
-                     &size);
-        EXPECT_EQ(row.lastKey, Narrow(lastKey));
-        // The editor is started before the explorer, so it is up by the time the explorer is.
-        const HWND explorer = WaitForWindow(L"ExplorerWClass", folderName);
-        EXPECT_NE(nullptr, explorer);
-        const HWND editor = WaitForWindow(L"RegEdit_RegEdit", L"", row.editor ? 50 : 1);
-        EXPECT_EQ(row.editor, editor != nullptr);
-        for (HWND window : {editor, explorer}) {
-            if (window != nullptr)
-                CloseProgramWindow(window);
-        }
-    }
 }
 
 TEST_F(SheetWin, AStepThatCannotBeDoneCancelsTheSheet) {
