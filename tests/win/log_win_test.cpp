@@ -12,6 +12,7 @@
 
 #include "fake_log_ports.h"
 #include "infra/log.h"
+#include "kivui_dll_win.h"
 #include "ports/log_ports_win.h"
 #include "ports/platform_win.h"
 #include "win/windows_headers_win.h"
@@ -25,20 +26,6 @@ const char kChildVariable[] = "KIV_LOG_WIN_CHILD";
 constexpr int kChildLines = 800;
 constexpr int kChildren = 4;
 constexpr size_t kPayload = 4000;
-
-// A fresh folder under the temporary folder, removed with everything in it at the end.
-struct TempFolder {
-    inline static int serial = 0;
-    const std::string path =
-        (std::filesystem::temp_directory_path() /
-         ("kivlog_" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++serial)))
-            .string();
-    TempFolder() { std::filesystem::create_directories(path); }
-    ~TempFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
-};
 
 Lines ReadLines(const std::string& path) {
     std::ifstream in(path, std::ios::binary);

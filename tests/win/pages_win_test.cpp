@@ -9,6 +9,7 @@
 #include "../../resources/resource.h"
 #include "entry/doc_callback_win.h"
 #include "entry/property_sheets_win.h"
+#include "kivui_dll_win.h"
 #include "session/oem_ui_state.h"
 #include "pages/page_framework_win.h"
 #include "pages/save_settings_win.h"
@@ -55,8 +56,6 @@ class PagesWin : public testing::Test {
     void SetUp() override {
         INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
         InitCommonControlsEx(&controls);
-        module_ = LoadLibraryW(L"KivUI.dll");
-        ASSERT_NE(module_, nullptr);
         WNDCLASSW sheetClass{};
         sheetClass.lpfnWndProc = SheetProc;
         sheetClass.lpszClassName = L"KivTestSheet";
@@ -81,7 +80,6 @@ class PagesWin : public testing::Test {
         for (HWND page : pages_)
             DestroyWindow(page);
         DestroyWindow(sheet_);
-        FreeLibrary(module_);
     }
 
     HWND OpenPage(PageId id) {
@@ -100,7 +98,7 @@ class PagesWin : public testing::Test {
         return hDlg;
     }
 
-    HMODULE module_ = nullptr;
+    const HMODULE module_ = KivUiDll::Get().module;
     HWND sheet_ = nullptr;
     HHOOK hook_ = nullptr;
     std::vector<HWND> pages_;
