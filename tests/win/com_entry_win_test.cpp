@@ -7,6 +7,7 @@
 
 #include "kivui_dll_win.h"
 #include "process_usage.h"
+#include "wine_printer.h"
 
 namespace {
 
@@ -107,28 +108,17 @@ TEST_F(ComEntry, CanUnloadNowFollowsLockServerOnly) {
 // name (the test program keeps KivUI.dll itself loaded) is loaded, asked for its defaults and
 // freed 50 times, once first so that the system DLLs it pulls in stay, and nothing may remain.
 TEST(ComEntryModule, LoadingAndFreeingLeavesNothingBehind) {
-    wchar_t self[MAX_PATH];
-    ASSERT_NE(GetModuleFileNameW(nullptr, self, MAX_PATH), 0u);
-    std::wstring folder(self);
-    folder.resize(folder.find_last_of(L"\\/") + 1);
-    const std::wstring copy = folder + L"KivUI_load_test.dll";
-    ASSERT_TRUE(CopyFileW((folder + L"KivUI.dll").c_str(), copy.c_str(), FALSE));
+    const std::wstring copy = ModuleFolder() + L"\\KivUI_load_test.dll";
+    ASSERT_TRUE(CopyFileW((ModuleFolder() + L"\\KivUI.dll").c_str(), copy.c_str(), FALSE));
     const auto loadAndFree = [&] {
-        HMODULE module = LoadLibraryW(copy.c_str());
-        ASSERT_NE(module, nullptr);
-        const auto getClassObject = reinterpret_cast<DllGetClassObjectFn>(
-            reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-        ASSERT_NE(getClassObject, nullptr);
         {
-            ComRef<IClassFactory> factory;
-            ComRef<IPrintOemUI> ui;
-            ASSERT_EQ(S_OK, getClassObject(CLSID_OEMUI, IID_IClassFactory, factory.out()));
-            ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, IID_IPrintOemUI, ui.out()));
+            const KivUiDll dll(copy.c_str());
+            const ComRef<IPrintOemUI> ui(dll.CreateOemUI());
+            ASSERT_NE(nullptr, ui.get());
             std::vector<BYTE> record(OEMDEV_SIZE);
             OEMDMPARAM param = DevModeParam(nullptr, record.data());
             EXPECT_EQ(S_OK, ui->DevMode(OEMDM_DEFAULT, &param));
         }
-        ASSERT_TRUE(FreeLibrary(module));
         ASSERT_EQ(GetModuleHandleW(copy.c_str()), nullptr);
     };
     loadAndFree();

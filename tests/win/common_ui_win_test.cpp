@@ -106,10 +106,8 @@ bool MutexExists(const std::wstring& printer) {
 }
 
 TEST_F(CommonUi, TwoPrintersHaveTwoKeysLogsAndMutexes) {
-    const std::wstring folder = (std::filesystem::temp_directory_path() /
-                                 (L"kivcom_two_" + std::to_wstring(GetCurrentProcessId())))
-                                    .wstring();
-    std::filesystem::create_directories(folder);
+    const TempFolder temp;
+    const std::wstring folder = std::filesystem::path(temp.path).wstring();
     const std::wstring a = ScratchPrinterName(L"A"), b = ScratchPrinterName(L"B");
     const std::wstring logA = folder + L"\\" + a + L"_UI.log",
                        logB = folder + L"\\" + b + L"_UI.log";
@@ -135,9 +133,6 @@ TEST_F(CommonUi, TwoPrintersHaveTwoKeysLogsAndMutexes) {
     EXPECT_EQ(std::string::npos, ReadFileText(logA).find(NarrowAnsi(b)));
     EXPECT_TRUE(MutexExists(b));
     EXPECT_FALSE(MutexExists(a));  // the log let go of A's mutex when it moved to B
-
-    std::error_code ignored;
-    std::filesystem::remove_all(folder, ignored);
 }
 
 // One opening as the framework runs it: the record merged in, the common UI pass, and the

@@ -1,5 +1,5 @@
 // Runs kivhost.exe (an application on a KIV printer) against the plug-in and checks what it
-// reports, and checks the Wine printer installer that the host and these tests share.
+// reports.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -7,8 +7,6 @@
 
 #include "host_run_win.h"
 #include "settings/oemdev.h"
-#include "ports/platform_win.h"
-#include "win/text_win.h"
 
 namespace {
 
@@ -79,35 +77,6 @@ TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {
         EXPECT_EQ(1u, Lines(run.output).size()) << run.output;
         EXPECT_TRUE(Contains(run.output, c.message)) << run.output;
     }
-}
-
-// Installing twice reuses the driver, the printer and its port; raw jobs through the port are
-// the Console's (SheetWin).
-TEST_F(HostWin, PrinterInstallIsIdempotentAndNamesThePackageFiles) {
-    const std::wstring printer = NewPrinter(L"J7");
-    const WinePrinterSetup setup{printer, L"J7", ModuleFolder(), ModuleFolder() + L"\\driver",
-                                 dir_ + L"\\" + SafeFileName(printer) + L".prn"};
-    WinePrinterInfo info, again;
-    std::wstring error;
-    ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
-    ASSERT_TRUE(InstallWinePrinter(setup, again, error)) << Narrow(error);
-    EXPECT_TRUE(again.driverReused);
-    EXPECT_TRUE(again.printerReused);
-    EXPECT_EQ(info.portName, again.portName);
-
-    Spooler& spooler = *WinPlatform().spooler;
-    PrinterHandle h = kNoPrinterHandle;
-    ASSERT_TRUE(spooler.OpenPrinterByName(U16FromWide(printer), &h));
-    PrinterDriverInfo driver;
-    ASSERT_TRUE(spooler.DriverInfo(h, &driver));
-    spooler.ClosePrinter(h);
-    EXPECT_TRUE(Contains(driver.configFile, "KivDrvCfg.dll")) << driver.configFile;
-    EXPECT_TRUE(Contains(driver.dataFile, "KIV_J7.GPD")) << driver.dataFile;
-    std::string dependent;
-    for (const std::string& file : driver.dependentFiles)
-        dependent += file + ";";
-    for (const char* file : {"KivUI.dll", "KivUI.ini", "KIV_COMMON.GPD"})
-        EXPECT_TRUE(Contains(dependent, file)) << dependent;
 }
 
 }  // namespace

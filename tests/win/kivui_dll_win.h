@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <utility>
 
@@ -33,12 +34,20 @@ class ComRef {
     T* p_;
 };
 
-// The plug-in module, loaded once for the whole test program (as a driver keeps it loaded). The
-// program's own folder comes first in the search, so this is the copy beside it.
+// The plug-in module, freed with this object. Get() is the one loaded for the whole test
+// program (as a driver keeps it loaded); the program's own folder comes first in the search, so
+// it is the copy beside it.
 class KivUiDll {
   public:
+    explicit KivUiDll(const wchar_t* file) : module(LoadLibraryW(file)) {}
+    ~KivUiDll() {
+        if (module != nullptr)
+            FreeLibrary(module);
+    }
+    KivUiDll(const KivUiDll&) = delete;
+    KivUiDll& operator=(const KivUiDll&) = delete;
     static KivUiDll& Get() {
-        static KivUiDll dll;
+        static KivUiDll dll(L"KivUI.dll");
         return dll;
     }
     bool Loaded() const { return getClassObject != nullptr && canUnloadNow != nullptr; }
@@ -55,12 +64,11 @@ class KivUiDll {
         return ui;
     }
 
-    const HMODULE module = LoadLibraryW(L"KivUI.dll");
+    const HMODULE module;
     const DllGetClassObjectFn getClassObject = Export<DllGetClassObjectFn>("DllGetClassObject");
     const DllCanUnloadNowFn canUnloadNow = Export<DllCanUnloadNowFn>("DllCanUnloadNow");
 
   private:
-    KivUiDll() = default;
     template <typename Fn>
     Fn Export(const char* name) const {
         return module == nullptr
@@ -74,6 +82,20 @@ class OemUiTest : public ::testing::Test {
   protected:
     void SetUp() override { ASSERT_NE(nullptr, ui_.get()) << "KivUI.dll not loadable"; }
     ComRef<IPrintOemUI> ui_{KivUiDll::Get().CreateOemUI()};
+};
+
+// A fresh folder under the temporary folder, removed with everything in it at the end.
+struct TempFolder {
+    inline static int serial = 0;
+    const std::string path =
+        (std::filesystem::temp_directory_path() /
+         ("kivtest_" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++serial)))
+            .string();
+    TempFolder() { std::filesystem::create_directories(path); }
+    ~TempFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
 };
 
 // A printer name no real printer has, unique to this test process.

@@ -9,6 +9,7 @@
 #include "../../resources/resource.h"
 #include "entry/doc_callback_win.h"
 #include "entry/property_sheets_win.h"
+#include "kivui_dll_win.h"
 #include "session/oem_ui_state.h"
 #include "pages/page_framework_win.h"
 #include "pages/save_settings_win.h"
@@ -55,8 +56,6 @@ class PagesWin : public testing::Test {
     void SetUp() override {
         INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
         InitCommonControlsEx(&controls);
-        module_ = LoadLibraryW(L"KivUI.dll");
-        ASSERT_NE(module_, nullptr);
         WNDCLASSW sheetClass{};
         sheetClass.lpfnWndProc = SheetProc;
         sheetClass.lpszClassName = L"KivTestSheet";
@@ -81,7 +80,6 @@ class PagesWin : public testing::Test {
         for (HWND page : pages_)
             DestroyWindow(page);
         DestroyWindow(sheet_);
-        FreeLibrary(module_);
     }
 
     HWND OpenPage(PageId id) {
@@ -100,7 +98,7 @@ class PagesWin : public testing::Test {
         return hDlg;
     }
 
-    HMODULE module_ = nullptr;
+    const HMODULE module_ = KivUiDll::Get().module;
     HWND sheet_ = nullptr;
     HHOOK hook_ = nullptr;
     std::vector<HWND> pages_;
@@ -108,35 +106,11 @@ class PagesWin : public testing::Test {
     PageContext context_;
 };
 
-// Default after None: the dithering defaults, the filters left disabled.
-TEST_F(PagesWin, PrintDefaultAfterTypeNone) {
-    HWND hDlg = OpenPage(PageId::kPrint);
-    ASSERT_NE(hDlg, nullptr);
-    SendDlgItemMessageW(hDlg, IDC_PRINT_DITHERING_TYPE, CB_SETCURSEL, 1, 0);
-    Command(hDlg, IDC_PRINT_DITHERING_TYPE, CBN_SELCHANGE);
-    Command(hDlg, IDC_PRINT_DEFAULT, BN_CLICKED);
-    EXPECT_EQ(ComboSelection(hDlg, IDC_PRINT_DITHERING_TYPE), 0);
-    EXPECT_EQ(Text(hDlg, IDC_PRINT_THRESHOLD_VALUE), L"50% (128/255)");
-    EXPECT_EQ(IsControlEnabled(hDlg, IDC_PRINT_LOW_FILTER), FALSE);
-}
-
-// Saving reads a page only if it was opened (its window in the page's slot); the rest comes
-// from the stored values.
-TEST_F(PagesWin, PrintAdjustSavesOffsetsOfAnOpenedPageOnly) {
-    HWND hDlg = OpenPage(PageId::kPrintAdjust);
-    ASSERT_NE(hDlg, nullptr);
-    EXPECT_EQ(context_.Slot(PageId::kPrintAdjust), hDlg);
-    SetDlgItemTextW(hDlg, IDC_ADJUST_X_OFFSET, L"oops");
-    context_.Slot(PageId::kPrintAdjust) = nullptr;
-    OemDevPayload body{};
-    EXPECT_EQ(SaveSettingsPublicDM(&context_, &state_, &body, nullptr), 0);
-    EXPECT_EQ(g_boxes, 0);
-    EXPECT_EQ(body.offsetX, -25);  // the stored value
-    EXPECT_EQ(ValidateDeviceInfoFromUI(nullptr, &state_), TRUE);
-
-    // A feeder model's choice (here its starting one) becomes the public paper source, with
-    // its field bit.
+// A feeder model's choice (here its starting one) becomes the public paper source, with its
+// field bit (the host's own devmode always carries that bit, so only a direct call shows it).
+TEST_F(PagesWin, AFeederChoiceSetsThePaperSourceWithItsFieldBit) {
     state_.device = CreateUiDevice("TRX430ATF", "", "", "");
+    OemDevPayload body{};
     DEVMODEW dm{};
     OEMCUIPPARAM parameters{};
     parameters.pPublicDM = &dm;

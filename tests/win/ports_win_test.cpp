@@ -13,6 +13,7 @@
 #include "standin_stream_win.h"
 #include "infra/config.h"
 #include "pages/coupon_rules.h"
+#include "ports/log_ports_win.h"
 #include "ports/platform_win.h"
 #include "session/session_printer.h"
 #include "win/text_win.h"
@@ -107,6 +108,11 @@ TEST(PortsWinVersion, FixedVersionAndStringValues) {
     EXPECT_FALSE(company.empty());
     EXPECT_FALSE(versions.StringValue("KivUI.dll", "NoSuchValue", &company));
     EXPECT_FALSE(versions.FixedVersion("C:\\no\\such.dll", &version));
+    // The log head's module version, read without the version library, agrees with it.
+    ModuleIdentityWin kernel(GetModuleHandleW(L"kernel32.dll"));
+    ASSERT_TRUE(versions.FixedVersion(kernel.Path(), &version));
+    EXPECT_EQ(kernel.Version(), FileVersionText(version));
+    EXPECT_EQ(ModuleIdentityWin(nullptr).Version(), "");  // the test program has no resource
 
     // The local machine names each port monitor's module, as the monitor lookup reads it.
     RegistryHive& machine = *WinPlatform().localMachine;

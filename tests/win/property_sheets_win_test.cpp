@@ -35,11 +35,9 @@ PROPSHEETUI_INFO Info(WORD reason, ULONG_PTR result) {
     return info;
 }
 
-TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) {
-    ASSERT_TRUE(KivUiDll::Get().Loaded());
-    ComRef<IPrintOemUI> ui(KivUiDll::Get().CreateOemUI());
-    ASSERT_NE(nullptr, ui.get());
+using PropertySheetsWin = OemUiTest;
 
+TEST_F(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) {
     HANDLE heap = HeapCreate(0, 0, 0);
     OEMUIPSPARAM psp{};
     psp.cbSize = sizeof psp;
@@ -50,7 +48,7 @@ TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) 
     info.lParamInit = reinterpret_cast<LPARAM>(&psp);
     g_added.clear();
 
-    ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+    ASSERT_EQ(S_OK, ui_->DocumentPropertySheets(&info, 0));
     EXPECT_EQ(0u, info.Result);
     // No capability object yet: every page that exists is added, in the registration order.
     std::vector<int> expected;
@@ -81,19 +79,16 @@ TEST(PropertySheetsWin, InitAddsTheExistingPagesInOrderAndDestroyFreesTheBlock) 
             busy += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
         return busy;
     };
-    ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+    ASSERT_EQ(S_OK, ui_->DocumentPropertySheets(&info, 0));
     EXPECT_EQ(1u, busyBlocks());
     info.Reason = PROPSHEETUI_REASON_DESTROY;
-    ASSERT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+    ASSERT_EQ(S_OK, ui_->DocumentPropertySheets(&info, 0));
     EXPECT_EQ(1u, info.Result);
     EXPECT_EQ(0u, busyBlocks());
     HeapDestroy(heap);
 }
 
-TEST(PropertySheetsWin, ReasonsWithoutAction) {
-    ASSERT_TRUE(KivUiDll::Get().Loaded());
-    ComRef<IPrintOemUI> ui(KivUiDll::Get().CreateOemUI());
-    ASSERT_NE(nullptr, ui.get());
+TEST_F(PropertySheetsWin, ReasonsWithoutAction) {
     struct Case {
         WORD reason;
         ULONG_PTR result;
@@ -103,26 +98,26 @@ TEST(PropertySheetsWin, ReasonsWithoutAction) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.reason);
         PROPSHEETUI_INFO info = Info(c.reason, 55);
-        EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+        EXPECT_EQ(S_OK, ui_->DocumentPropertySheets(&info, 0));
         EXPECT_EQ(c.result, info.Result);
     }
     SETRESULT_INFO setResult{};
     setResult.cbSize = sizeof setResult;
     setResult.Result = 1234;
     PROPSHEETUI_INFO info = Info(PROPSHEETUI_REASON_SET_RESULT, 0);
-    EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, reinterpret_cast<LPARAM>(&setResult)));
+    EXPECT_EQ(S_OK, ui_->DocumentPropertySheets(&info, reinterpret_cast<LPARAM>(&setResult)));
     EXPECT_EQ(1234u, info.Result);
 
     // A destroy before any init frees nothing and still answers 1.
     info = Info(PROPSHEETUI_REASON_DESTROY, 0);
-    EXPECT_EQ(S_OK, ui->DocumentPropertySheets(&info, 0));
+    EXPECT_EQ(S_OK, ui_->DocumentPropertySheets(&info, 0));
     EXPECT_EQ(1u, info.Result);
     // Another version of the block, or none, is refused with the invalid-parameter error.
     info = Info(PROPSHEETUI_REASON_INIT, 77);
     info.Version = 0x0200;
     for (PROPSHEETUI_INFO* refused : {&info, static_cast<PROPSHEETUI_INFO*>(nullptr)}) {
         SetLastError(0);
-        EXPECT_EQ(E_FAIL, ui->DocumentPropertySheets(refused, 0));
+        EXPECT_EQ(E_FAIL, ui_->DocumentPropertySheets(refused, 0));
         EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), GetLastError());
     }
     EXPECT_EQ(77u, info.Result);
