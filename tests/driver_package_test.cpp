@@ -115,7 +115,7 @@ TEST(DriverPackage, InfAndPluginIniNameEveryGpdAndThePlugin) {
     for (const std::string& gpd : gpds)
         EXPECT_TRUE(sourceFiles.count(gpd)) << gpd;
     const std::vector<std::string>& shared = sections["KIV_FILES"];
-    for (const char* file : {"KIV_COMMON.GPD", "KivUI.dll", "KivUI.ini"}) {
+    for (const char* file : {"KIV_COMMON.GPD", "KivUI.dll", "KivUI.ini", "kivsettings.exe"}) {
         EXPECT_TRUE(std::count(shared.begin(), shared.end(), file) && sourceFiles.count(file))
             << file;
     }
