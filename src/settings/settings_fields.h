@@ -52,6 +52,7 @@ struct SettingField {
     // The file shows the Watermark page's brightness, which the record keeps as 200 minus it.
     bool mirrored = false;
     uint16_t lengthAt = kNoGate;                 // a buffer's length field
+    const char* unit = "";                       // after the number in the record dump
     const char* (*label)(long value) = nullptr;  // the pages' label of a value, or null
 };
 

@@ -196,8 +196,10 @@ class Reader {
             if (text.empty())
                 break;
         }
-        if (!sawFormat_)
-            return Refused(0, "not a settings file: it has no \"format = 1\" line");
+        if (!sawFormat_) {
+            Refused(0, "not a settings file: it has no \"format = 1\" line");
+            return std::move(result_);
+        }
         if (!sawModel_)
             Problem(0, "the file names no model (a line model = \"NAME\")");
         if (result_.problems.empty())
@@ -210,9 +212,9 @@ class Reader {
         result_.problems.push_back({line, std::move(message)});
     }
 
-    SettingsFileResult Refused(size_t line, std::string message) {
+    // A problem that makes every other one meaningless.
+    void Refused(size_t line, std::string message) {
         result_.problems = {{line, std::move(message)}};
-        return std::move(result_);
     }
 
     // False when the file is to be refused as a whole at this line.
