@@ -149,6 +149,11 @@ std::string Suggestion(const std::string& name) {
     for (const SettingField& f : SettingFields()) {
         if (!IsFileSetting(f))
             continue;
+        // The distance is at least the difference in length: most names need no table.
+        const size_t gap =
+            f.name.size() > name.size() ? f.name.size() - name.size() : name.size() - f.name.size();
+        if (gap >= bestDistance)
+            continue;
         const size_t d = UpperAscii(f.name) == UpperAscii(name) ? 0 : EditDistance(f.name, name);
         if (d < bestDistance) {
             best = &f;
