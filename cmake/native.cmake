@@ -44,6 +44,13 @@ endif()
 
 include(cmake/header_check.cmake)
 
+# kivsettings from the same main as on Windows: decode and --help run here; show, export and
+# import are the spooler's, in tools/kivsettings/kivsettings_win.cpp.
+add_executable(kivsettings ${CMAKE_SOURCE_DIR}/tools/kivsettings/kivsettings_main.cpp
+                           ${CMAKE_SOURCE_DIR}/tools/kivsettings/kivsettings.cpp)
+target_link_libraries(kivsettings PRIVATE kiv_core)
+kiv_warnings(kivsettings)
+
 find_package(GTest REQUIRED)
 file(GLOB KIV_NATIVE_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/*_test.cpp)
 add_executable(kiv_native_tests ${KIV_NATIVE_TESTS})

@@ -18,6 +18,9 @@ GPD_FILE_VERSION = "1.0"
 COMMON_GPD = "KIV_COMMON.GPD"
 PLUGIN_DLL = "KivUI.dll"
 PLUGIN_INI = "KivUI.ini"
+# The settings tool (show, export, import, decode) lands in the driver's folder beside the
+# plug-in, so every machine with the driver has the tool that reads its settings.
+SETTINGS_TOOL = "kivsettings.exe"
 INF_NAME = "KivUI.inf"
 
 # name (the "*OEMCustomData:" model piece), kind of printer, paper width in mm, printable
@@ -242,6 +245,7 @@ def inf():
         COMMON_GPD,
         PLUGIN_DLL,
         PLUGIN_INI,
+        SETTINGS_TOOL,
         "",
     ]
     for model in models:
@@ -264,7 +268,7 @@ def inf():
         "[SourceDisksFiles]",
     ]
     out += [f"{gpd_name(m)}=1" for m in models]
-    out += [f"{COMMON_GPD}=1", f"{PLUGIN_DLL}=1", f"{PLUGIN_INI}=1", ""]
+    out += [f"{COMMON_GPD}=1", f"{PLUGIN_DLL}=1", f"{PLUGIN_INI}=1", f"{SETTINGS_TOOL}=1", ""]
     out += ["[Strings]", f'ORVANE="{PROVIDER}"', 'DISK1="KIV printer driver disk"']
     return crlf(out)
 

@@ -6,6 +6,8 @@
 
 #include "infra/text_format.h"
 #include "settings/setting_names.h"
+#include "settings/setting_ranges.h"
+#include "settings/settings_fields.h"
 
 namespace {
 
@@ -94,113 +96,30 @@ std::string DescribeOemDev(const OEMDEV& rec) {
     o.Add("dwSignHead2", Hex(rec.dwSignHead2, 8));
     o.Add("dwVerCurrent", Dec(rec.dwVerCurrent));
 
-    o.Add("modelName", Text(p.modelName, sizeof p.modelName));
-    o.Add("secondaryName", Text(p.secondaryName, sizeof p.secondaryName));
-
-    o.Add("supCashDrawer", Dec(p.supCashDrawer));
-    o.Add("cashDrawerEnable", Dec(p.cashDrawerEnable));
-    o.Add("cashDrawerPins", Named(CdPinsName(p.cashDrawerPins), p.cashDrawerPins));
-    o.Add("cashDrawerTimeOn", Dec(p.cashDrawerTimeOn) + " ms");
-    o.Add("cashDrawerTimeOff", Dec(p.cashDrawerTimeOff) + " ms");
-    o.Add("cashDrawerPhase", Named(CdPhaseName(p.cashDrawerPhase), p.cashDrawerPhase));
-
-    o.Add("supDensity", Dec(p.supDensity));
-    o.Add("density", Named(DensityName(p.density), p.density));
-    o.Add("supQuality", Dec(p.supQuality));
-    o.Add("quality", Named(QualityName(p.quality), p.quality));
-    o.Add("supCutter", Dec(p.supCutter));
-    o.Add("cutMode", Named(CutModeName(p.cutMode), p.cutMode));
-    o.Add("lfBeforeCut", Dec(p.lfBeforeCut));
-    o.Add("supRecovery", Dec(p.supRecovery));
-    o.Add("recovery", Named(RecoveryName(p.recovery), p.recovery));
-    o.Add("supBlackMark", Dec(p.supBlackMark));
-    o.Add("blackMark", Named(BlackMarkName(p.blackMark), p.blackMark));
-
-    o.Add("supPresentation", Dec(p.supPresentation));
-    o.Add("presentationMode", Named(PresentationName(p.presentationMode), p.presentationMode));
-    o.Add("presentationValue", Dec(p.presentationValue));
-    o.Add("presentationTimeout", Dec(p.presentationTimeout));
-    o.Add("supHeadLed", Dec(p.supHeadLed));
-    o.Add("headLed", Named(HeadLedName(p.headLed), p.headLed));
-    o.Add("supBuzzer", Dec(p.supBuzzer));
-    o.Add("buzzer", Named(BuzzerName(p.buzzer), p.buzzer));
-    o.Add("supContinuousMode", Dec(p.supContinuousMode));
-    o.Add("continuousMode", Named(ContinuousModeName(p.continuousMode), p.continuousMode));
-    o.Add("supFeeder", Dec(p.supFeeder));
-    o.Add("feeder", Named(FeederName(p.feeder), p.feeder, 4));
-    o.Add("supSelector", Dec(p.supSelector));
-    o.Add("selector", Named(SelectorName(p.selector), p.selector));
-
-    o.Add("supPage2Page", Dec(p.supPage2Page));
-    o.Add("page2PageEnable", Dec(p.page2PageEnable));
-    o.Add("page2PageAction", Named(Page2PageActionName(p.page2PageAction), p.page2PageAction));
-    o.Add("page2PageCheckPoint",
-          Named(Page2PageCheckToName(p.page2PageCheckPoint), p.page2PageCheckPoint));
-    o.Add("page2PageTimeout", Dec(p.page2PageTimeout) + " s");
-    // The extra is stored from an 8-bit page value; a wider number has no name.
-    o.Add("page2PageExtra", Named(p.page2PageExtra <= 0xFF
-                                      ? Page2PageAfterToName(static_cast<uint8_t>(p.page2PageExtra))
-                                      : std::string("NOID"),
-                                  p.page2PageExtra, 4));
-
-    o.Add("watermarkEnable", Dec(p.watermarkEnable));
-    o.Add("watermarkDrawPosition",
-          Named(WatermarkDrawPositionName(p.watermarkDrawPosition), p.watermarkDrawPosition));
-    o.Add("watermarkDrawType",
-          Named(WatermarkDrawTypeName(p.watermarkDrawType), p.watermarkDrawType));
-    o.Add("watermarkVHPosition",
-          Named(WatermarkVHPositionName(p.watermarkVHPosition), p.watermarkVHPosition));
-    o.Add("watermarkPath", Text(p.watermarkPath, sizeof p.watermarkPath));
-    o.Add("reserved942", Dec(p.reserved942));
-    o.Add("reserved943", Dec(p.reserved943));
-    o.Add("watermarkBrightnessEnable", Dec(p.watermarkBrightnessEnable));
-    o.Add("watermarkBrightness", Dec(p.watermarkBrightness));
-
-    o.Add("convMode", Named(ConversionModeName(p.convMode), p.convMode));
-    o.Add("convThreshold", Dec(p.convThreshold));
-    o.Add("convFilterUp", Dec(p.convFilterUp));
-    o.Add("convFilterDown", Dec(p.convFilterDown));
-
-    for (size_t i = 0; i < kLogoCount; ++i) {
-        const OemLogo& logo = p.logos[i];
-        const std::string at = "logos[" + std::to_string(i) + "].";
-        o.Add(at + "enable", Dec(logo.enable));
-        o.Add(at + "source", Named(LogoSourceName(logo.source), logo.source));
-        o.Add(at + "drawType", Named(ImageDrawTypeName(logo.drawType), logo.drawType));
-        o.Add(at + "drawPosition",
-              Named(ImageDrawPositionName(logo.drawPosition), logo.drawPosition));
-        o.Add(at + "path", Text(logo.path, sizeof logo.path));
+    for (const SettingField& f : SettingFields()) {
+        // The stored byte, not the page's value: the dump shows the record as it is.
+        const long stored = f.mirrored ? kBrightnessMax - FieldValue(p, f) : FieldValue(p, f);
+        const auto* bytes = reinterpret_cast<const uint8_t*>(&p) + f.offset;
+        switch (f.kind) {
+            case FieldKind::Identity:
+            case FieldKind::Text:
+                o.Add(f.name, Text(reinterpret_cast<const char*>(bytes), f.width));
+                break;
+            case FieldKind::Enum:
+            case FieldKind::Model:
+                o.Add(f.name, Named(LookupSettingName(f.names, static_cast<uint16_t>(stored)),
+                                    static_cast<uint32_t>(stored), f.width * 2));
+                break;
+            case FieldKind::Buffer: {
+                const auto* length = reinterpret_cast<const uint8_t*>(&p) + f.lengthAt;
+                o.Add(f.name, Buffer(bytes, f.width,
+                                     static_cast<uint16_t>(length[0] | length[1] << 8), bytes[-1]));
+                break;
+            }
+            default:
+                o.Add(f.name, Dec(stored) + f.unit);
+        }
     }
-
-    o.Add("couponEnable", Dec(p.couponEnable));
-    o.Add("couponCopies", Dec(p.couponCopies));
-    o.Add("couponDrawType", Named(ImageDrawTypeName(p.couponDrawType), p.couponDrawType));
-    o.Add("couponDrawPosition",
-          Named(ImageDrawPositionName(p.couponDrawPosition), p.couponDrawPosition));
-    o.Add("couponCutInter", Named(CouponCutName(p.couponCutInter), p.couponCutInter));
-    o.Add("couponCutFinal", Named(CouponCutName(p.couponCutFinal), p.couponCutFinal));
-    o.Add("couponScale", Dec(p.couponScale));
-    o.Add("couponPath", Text(p.couponPath, sizeof p.couponPath));
-
-    o.Add("startJobBufferLength", Dec(p.startJobBufferLength));
-    o.Add("startJobBufferMode", Named(FreeCmdModeName(p.startJobBufferMode), p.startJobBufferMode));
-    o.Add("startJobBuffer", Buffer(p.startJobBuffer, sizeof p.startJobBuffer,
-                                   p.startJobBufferLength, p.startJobBufferMode));
-    o.Add("endJobBufferLength", Dec(p.endJobBufferLength));
-    o.Add("endJobBufferMode", Named(FreeCmdModeName(p.endJobBufferMode), p.endJobBufferMode));
-    o.Add("endJobBuffer",
-          Buffer(p.endJobBuffer, sizeof p.endJobBuffer, p.endJobBufferLength, p.endJobBufferMode));
-
-    o.Add("offsetX", Dec(p.offsetX));
-    o.Add("offsetY", Dec(p.offsetY));
-    o.Add("reductionEnable", Dec(p.reductionEnable));
-    o.Add("reductionMode", Named(ReductionModeName(p.reductionMode), p.reductionMode));
-    o.Add("reductionMinValue", Dec(p.reductionMinValue));
-    o.Add("reductionValue", Dec(p.reductionValue));
-    o.Add("skipWhitePages", Dec(p.skipWhitePages));
-    o.Add("whiteTopCrop", Dec(p.whiteTopCrop));
-    o.Add("whiteBottomCrop", Dec(p.whiteBottomCrop));
-    o.Add("rotate180", Dec(p.rotate180));
 
     o.Add("dwSignTail1", Hex(rec.dwSignTail1, 8));
     o.Add("dwSignTail2", Hex(rec.dwSignTail2, 8));

@@ -148,6 +148,34 @@ constexpr SettingName kFreeCmdMode[] = {
 
 }  // namespace
 
+const std::span<const SettingName> kCdPinsNames = kCdPins;
+const std::span<const SettingName> kCdPhaseNames = kCdPhase;
+const std::span<const SettingName> kBuzzerNames = kBuzzer;
+const std::span<const SettingName> kDensityNames = kDensity;
+const std::span<const SettingName> kQualityNames = kQuality;
+const std::span<const SettingName> kCutModeNames = kCutMode;
+const std::span<const SettingName> kRecoveryNames = kRecovery;
+const std::span<const SettingName> kBlackMarkNames = kBlackMark;
+const std::span<const SettingName> kContinuousModeNames = kContinuousMode;
+const std::span<const SettingName> kFeederNames = kFeeder;
+const std::span<const SettingName> kSelectorNames = kSelector;
+const std::span<const SettingName> kPresentationNames = kPresentation;
+const std::span<const SettingName> kHeadLedNames = kHeadLed;
+const std::span<const SettingName> kPage2PageActionNames = kPage2PageAction;
+const std::span<const SettingName> kPage2PageAfterToNames = kPage2PageAfterTo;
+const std::span<const SettingName> kPage2PageCheckToNames = kPage2PageCheckTo;
+const std::span<const SettingName> kWatermarkDrawPositionNames = kWatermarkDrawPosition;
+const std::span<const SettingName> kWatermarkDrawTypeNames = kWatermarkDrawType;
+const std::span<const SettingName> kWatermarkVHPositionNames = kWatermarkVHPosition;
+const std::span<const SettingName> kImageDrawTypeNames = kImageDrawType;
+const std::span<const SettingName> kImageDrawPositionNames = kImageDrawPosition;
+const std::span<const SettingName> kLogoSourceNames = kLogoSource;
+const std::span<const SettingName> kCouponCutNames = kCouponCut;
+const std::span<const SettingName> kCouponPositionNames = kCouponPosition;
+const std::span<const SettingName> kReductionModeNames = kReductionMode;
+const std::span<const SettingName> kConversionModeNames = kConversionMode;
+const std::span<const SettingName> kFreeCmdModeNames = kFreeCmdMode;
+
 std::string LookupSettingName(std::span<const SettingName> table, uint16_t value) {
     for (const SettingName& entry : table) {
         if (entry.value == value) {

@@ -14,6 +14,35 @@ struct SettingName {
 // The name of `value` in `table`, or "NOID" when the table does not list it.
 std::string LookupSettingName(std::span<const SettingName> table, uint16_t value);
 
+// The tables themselves, for readers that go from a name to its value.
+extern const std::span<const SettingName> kCdPinsNames;
+extern const std::span<const SettingName> kCdPhaseNames;
+extern const std::span<const SettingName> kBuzzerNames;
+extern const std::span<const SettingName> kDensityNames;
+extern const std::span<const SettingName> kQualityNames;
+extern const std::span<const SettingName> kCutModeNames;
+extern const std::span<const SettingName> kRecoveryNames;
+extern const std::span<const SettingName> kBlackMarkNames;
+extern const std::span<const SettingName> kContinuousModeNames;
+extern const std::span<const SettingName> kFeederNames;
+extern const std::span<const SettingName> kSelectorNames;
+extern const std::span<const SettingName> kPresentationNames;
+extern const std::span<const SettingName> kHeadLedNames;
+extern const std::span<const SettingName> kPage2PageActionNames;
+extern const std::span<const SettingName> kPage2PageAfterToNames;
+extern const std::span<const SettingName> kPage2PageCheckToNames;
+extern const std::span<const SettingName> kWatermarkDrawPositionNames;
+extern const std::span<const SettingName> kWatermarkDrawTypeNames;
+extern const std::span<const SettingName> kWatermarkVHPositionNames;
+extern const std::span<const SettingName> kImageDrawTypeNames;
+extern const std::span<const SettingName> kImageDrawPositionNames;
+extern const std::span<const SettingName> kLogoSourceNames;
+extern const std::span<const SettingName> kCouponCutNames;
+extern const std::span<const SettingName> kCouponPositionNames;
+extern const std::span<const SettingName> kReductionModeNames;
+extern const std::span<const SettingName> kConversionModeNames;
+extern const std::span<const SettingName> kFreeCmdModeNames;
+
 std::string CdPinsName(uint8_t value);
 std::string CdPhaseName(uint8_t value);
 std::string BuzzerName(uint8_t value);

@@ -25,6 +25,10 @@ int UiDeviceCommon::GetModelNumber() const {
     return 0;
 }
 
+std::unique_ptr<UiDeviceCommon> UiDeviceCommon::Clone() const {
+    return std::unique_ptr<UiDeviceCommon>(new UiDeviceCommon(*this));
+}
+
 uint8_t UiDeviceCommon::GetCapabilityFlag(size_t index) const {
     return index < capabilityFlags_.size() ? capabilityFlags_[index] : 0;
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -55,6 +56,9 @@ class UiDeviceCommon {
     // Writes the model's Sup bytes and default values; the generic device writes nothing.
     virtual void ExportCapabilities(OemDevPayload& payload) const;
     virtual int GetModelNumber() const;
+    // A copy of the same model with the same values, for trying a record on without touching
+    // the object the caller holds.
+    virtual std::unique_ptr<UiDeviceCommon> Clone() const;
 
     // Object to record, enforcing the model's capabilities. A non-zero `reset` rebuilds the
     // defaults and reloads the object from them instead.

@@ -1,6 +1,7 @@
 // The printer models: one capability class per model, all built from the model tables.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "settings/ui_device_common.h"
@@ -36,6 +37,9 @@ class UiDeviceModel final : public UiDeviceCommon {
     std::string GetModelName() const override;
     void ExportCapabilities(OemDevPayload& payload) const override;
     int GetModelNumber() const override;
+    std::unique_ptr<UiDeviceCommon> Clone() const override {
+        return std::make_unique<UiDeviceModel>(*this);
+    }
 };
 
 using UiDeviceJ7 = UiDeviceModel<ModelId::J7>;
