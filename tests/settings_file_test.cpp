@@ -214,8 +214,10 @@ TEST(SettingsFileTest, FindsTheRecordOrSaysWhatIsWrong) {
         {std::vector<uint8_t>(10, 0),
          "the file holds 10 bytes: too short for a settings record "
          "(3329 bytes) or a devmode"},
-        {std::vector<uint8_t>(100, 0),
-         "neither a settings record nor a devmode: its dmSize would be 0"},
+        {std::vector<uint8_t>(100, 0xFF),
+         "neither a settings record nor a devmode: its dmSize would be 65535"},
+        {std::vector<uint8_t>(whole.begin(), whole.begin() + 230),
+         "the file holds 230 bytes; the devmode needs 3569 (dmSize 220 + dmDriverExtra 3349)"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.problem);

@@ -16,6 +16,8 @@ namespace {
 constexpr size_t kDmSizeAt = 68;
 constexpr size_t kDmDriverExtraAt = 70;
 constexpr size_t kDmPublicMin = 72;
+// Today's public part has 220 bytes; far more is no devmode at all.
+constexpr size_t kDmPublicMax = 1024;
 
 uint32_t Le32(std::span<const uint8_t> b, size_t at) {
     return static_cast<uint32_t>(b[at]) | static_cast<uint32_t>(b[at + 1]) << 8 |
@@ -88,7 +90,7 @@ FoundRecord FindSettingsRecord(std::span<const uint8_t> bytes) {
                         " bytes) or a devmode");
     const size_t dmSize = Le16(bytes, kDmSizeAt);
     const size_t dmDriverExtra = Le16(bytes, kDmDriverExtraAt);
-    if (dmSize < kDmPublicMin)
+    if (dmSize < kDmPublicMin || dmSize > kDmPublicMax)
         return NotFound("neither a settings record nor a devmode: its dmSize would be " +
                         std::to_string(dmSize));
     const size_t end = dmSize + dmDriverExtra;
@@ -100,10 +102,10 @@ FoundRecord FindSettingsRecord(std::span<const uint8_t> bytes) {
     const bool signed_ = at + 8 <= std::min(end, bytes.size());
     if (end > bytes.size()) {
         const size_t needs = signed_ ? std::max(end, at + OEMDEV_SIZE) : end;
-        return NotFound("the file holds " + Bytes(bytes.size()) +
-                        "; a devmode with this record needs " + std::to_string(needs) +
-                        " (dmSize " + std::to_string(dmSize) + " + dmDriverExtra " +
-                        std::to_string(dmDriverExtra) + ")");
+        return NotFound("the file holds " + Bytes(bytes.size()) + "; " +
+                        (signed_ ? "a devmode with this record" : "the devmode") + " needs " +
+                        std::to_string(needs) + " (dmSize " + std::to_string(dmSize) +
+                        " + dmDriverExtra " + std::to_string(dmDriverExtra) + ")");
     }
     if (!signed_)
         return NotFound("the devmode (dmSize " + std::to_string(dmSize) + ", dmDriverExtra " +
