@@ -184,6 +184,11 @@ TEST(SettingsFileTest, ShowAndDecodeSayWhatThePagesMakeOfEachValue) {
     EXPECT_EQ(decoded.text, ShowSettings(rec, *model));
     rec.dwVerCurrent = 1;
     text += "== decode, layout version 1\n" + DecodeSettings(BytesOf(rec)).text;
+    for (const char* name : {"", "WR35VIIEJ"}) {
+        std::strcpy(p.modelName, name);
+        const std::string notes = DecodeSettings(BytesOf(rec)).text;
+        text += notes.substr(0, notes.find("\nmodel \"") + 1);
+    }
     ExpectGoldenFile("settings_show.txt", text);
 }
 

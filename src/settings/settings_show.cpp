@@ -193,5 +193,13 @@ DecodedSettings DecodeSettings(std::span<const uint8_t> bytes) {
     const std::unique_ptr<UiDeviceCommon> model = CreateUiDevice(
         FieldBytes(p, FieldNamed("modelName")), FieldBytes(p, FieldNamed("secondaryName")), "", "");
     std::string text = found.problem.empty() ? "" : "note: " + found.problem + "\n";
+    const std::string named = FieldBytes(p, FieldNamed("modelName"));
+    if (named.empty())
+        text +=
+            "note: the record names no model, as a devmode does before the pages first open; "
+            "they replace it with the printer model's defaults\n";
+    else if (model->GetModelName() != named)
+        text += "note: the plug-in knows no model " + QuoteBytes(named) +
+                " and treats it as the generic device, which supports nothing\n";
     return {.ok = true, .text = text + ShowSettings(found.record, *model)};
 }
