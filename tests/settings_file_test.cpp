@@ -184,6 +184,11 @@ TEST(SettingsFileTest, ShowAndDecodeSayWhatThePagesMakeOfEachValue) {
     EXPECT_EQ(decoded.text, ShowSettings(rec, *model));
     rec.dwVerCurrent = 1;
     text += "== decode, layout version 1\n" + DecodeSettings(BytesOf(rec)).text;
+    for (const char* name : {"", "WR35VIIEJ"}) {
+        std::strcpy(p.modelName, name);
+        const std::string notes = DecodeSettings(BytesOf(rec)).text;
+        text += notes.substr(0, notes.find("\nmodel \"") + 1);
+    }
     ExpectGoldenFile("settings_show.txt", text);
 }
 
@@ -214,8 +219,10 @@ TEST(SettingsFileTest, FindsTheRecordOrSaysWhatIsWrong) {
         {std::vector<uint8_t>(10, 0),
          "the file holds 10 bytes: too short for a settings record "
          "(3329 bytes) or a devmode"},
-        {std::vector<uint8_t>(100, 0),
-         "neither a settings record nor a devmode: its dmSize would be 0"},
+        {std::vector<uint8_t>(100, 0xFF),
+         "neither a settings record nor a devmode: its dmSize would be 65535"},
+        {std::vector<uint8_t>(whole.begin(), whole.begin() + 230),
+         "the file holds 230 bytes; the devmode needs 3569 (dmSize 220 + dmDriverExtra 3349)"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.problem);

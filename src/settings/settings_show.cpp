@@ -16,6 +16,8 @@ namespace {
 constexpr size_t kDmSizeAt = 68;
 constexpr size_t kDmDriverExtraAt = 70;
 constexpr size_t kDmPublicMin = 72;
+// Today's public part has 220 bytes; far more is no devmode at all.
+constexpr size_t kDmPublicMax = 1024;
 
 uint32_t Le32(std::span<const uint8_t> b, size_t at) {
     return static_cast<uint32_t>(b[at]) | static_cast<uint32_t>(b[at + 1]) << 8 |
@@ -88,7 +90,7 @@ FoundRecord FindSettingsRecord(std::span<const uint8_t> bytes) {
                         " bytes) or a devmode");
     const size_t dmSize = Le16(bytes, kDmSizeAt);
     const size_t dmDriverExtra = Le16(bytes, kDmDriverExtraAt);
-    if (dmSize < kDmPublicMin)
+    if (dmSize < kDmPublicMin || dmSize > kDmPublicMax)
         return NotFound("neither a settings record nor a devmode: its dmSize would be " +
                         std::to_string(dmSize));
     const size_t end = dmSize + dmDriverExtra;
@@ -100,10 +102,10 @@ FoundRecord FindSettingsRecord(std::span<const uint8_t> bytes) {
     const bool signed_ = at + 8 <= std::min(end, bytes.size());
     if (end > bytes.size()) {
         const size_t needs = signed_ ? std::max(end, at + OEMDEV_SIZE) : end;
-        return NotFound("the file holds " + Bytes(bytes.size()) +
-                        "; a devmode with this record needs " + std::to_string(needs) +
-                        " (dmSize " + std::to_string(dmSize) + " + dmDriverExtra " +
-                        std::to_string(dmDriverExtra) + ")");
+        return NotFound("the file holds " + Bytes(bytes.size()) + "; " +
+                        (signed_ ? "a devmode with this record" : "the devmode") + " needs " +
+                        std::to_string(needs) + " (dmSize " + std::to_string(dmSize) +
+                        " + dmDriverExtra " + std::to_string(dmDriverExtra) + ")");
     }
     if (!signed_)
         return NotFound("the devmode (dmSize " + std::to_string(dmSize) + ", dmDriverExtra " +
@@ -191,5 +193,13 @@ DecodedSettings DecodeSettings(std::span<const uint8_t> bytes) {
     const std::unique_ptr<UiDeviceCommon> model = CreateUiDevice(
         FieldBytes(p, FieldNamed("modelName")), FieldBytes(p, FieldNamed("secondaryName")), "", "");
     std::string text = found.problem.empty() ? "" : "note: " + found.problem + "\n";
+    const std::string named = FieldBytes(p, FieldNamed("modelName"));
+    if (named.empty())
+        text +=
+            "note: the record names no model, as a devmode does before the pages first open; "
+            "they replace it with the printer model's defaults\n";
+    else if (model->GetModelName() != named)
+        text += "note: the plug-in knows no model " + QuoteBytes(named) +
+                " and treats it as the generic device, which supports nothing\n";
     return {.ok = true, .text = text + ShowSettings(found.record, *model)};
 }
