@@ -74,8 +74,11 @@ TEST(SettingsFileTest, EveryRefusalNamesItsLineAndWhatIsExpected) {
          {"line 3: unknown setting \"cutmode\"; did you mean \"cutMode\"?",
           "line 4: supCutter is kept by the driver, not set by a settings file",
           "line 5: no \"=\" in this line (a setting reads: setting = VALUE)"}},
-        {std::string(kHead) + "density = PRN_PROP_DENS_M50\n\ndensity = 16\n",
-         {"line 5: density is given twice (first on line 3)"}},
+        // A line that does not read well does not hide what the model refuses on another.
+        {std::string(kHead) + "density = PRN_PROP_DENS_M50\n\ndensity = 16\nrecovery = 16\n",
+         {"line 5: density is given twice (first on line 3)",
+          "line 6: recovery: J7 does not support it (supRecovery = 0); it takes only "
+          "PRN_PROP_RECOVERY_NOTSETBYDRIVER"}},
         {std::string(kHead) +
              "cutMode = CUT\noffsetX = ten\nlfBeforeCut = 300\nwatermarkPath = C:\n",
          {"line 3: cutMode: unknown value \"CUT\"; it takes PRN_PROP_CUTTER_NOTSETBYDRIVER, "

@@ -207,8 +207,13 @@ class Reader {
         }
         if (!sawModel_)
             Problem(0, "the file names no model (a line model = \"NAME\")");
-        if (result_.problems.empty())
-            Apply();
+        // The lines that read well are checked against the model even when others did not, so
+        // one import names every line to mend.
+        Apply();
+        std::stable_sort(result_.problems.begin(), result_.problems.end(),
+                         [](const SettingsFileProblem& a, const SettingsFileProblem& b) {
+                             return a.line < b.line;
+                         });
         return std::move(result_);
     }
 
