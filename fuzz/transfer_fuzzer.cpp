@@ -30,43 +30,32 @@ bool TailIsZero(const void* field, size_t used, size_t size) {
     return std::all_of(bytes + used, bytes + size, [](uint8_t b) { return b == 0; });
 }
 
-// A text field is zero-filled after its text, or filled to its last byte.
-bool TextFieldIsClean(const char* field, size_t size) {
-    return TailIsZero(field, strnlen(field, size), size);
-}
-
 // What a saved record must obey, whatever the object held.
 void CheckSaved(const UiDeviceCommon& device, const OemDevPayload& p) {
     const std::string model = device.GetModelName();
     OemDevPayload e{};
     device.ExportCapabilities(e);
     struct Gate {
-        uint8_t saved, exported;
+        uint8_t saved;
         int value, notSet;
         const char* what;
     } gates[] = {
-        {p.supCashDrawer, e.supCashDrawer, p.cashDrawerPhase, 0, "drawer phase"},
-        {p.supBuzzer, e.supBuzzer, p.buzzer, 0, "buzzer"},
-        {p.supDensity, e.supDensity, p.density, 0, "density"},
-        {p.supQuality, e.supQuality, p.quality, 0, "quality"},
-        {p.supCutter, e.supCutter, p.cutMode, 0, "cut"},
-        {p.supRecovery, e.supRecovery, p.recovery, 0, "recovery"},
-        {p.supBlackMark, e.supBlackMark, p.blackMark, 0, "black mark"},
-        {p.supPresentation, e.supPresentation, p.presentationMode, 0, "presentation"},
-        {p.supHeadLed, e.supHeadLed, p.headLed, 0, "head LED"},
-        {p.supContinuousMode, e.supContinuousMode, p.continuousMode, 1, "continuous"},
-        {p.supFeeder, e.supFeeder, p.feeder, 0, "feeder"},
-        {p.supSelector, e.supSelector, p.selector, 0, "selector"},
-        {p.supPage2Page, e.supPage2Page, p.page2PageEnable, 0, "page to page"},
+        {p.supCashDrawer, p.cashDrawerPhase, 0, "drawer phase"},
+        {p.supBuzzer, p.buzzer, 0, "buzzer"},
+        {p.supDensity, p.density, 0, "density"},
+        {p.supQuality, p.quality, 0, "quality"},
+        {p.supCutter, p.cutMode, 0, "cut"},
+        {p.supRecovery, p.recovery, 0, "recovery"},
+        {p.supBlackMark, p.blackMark, 0, "black mark"},
+        {p.supPresentation, p.presentationMode, 0, "presentation"},
+        {p.supHeadLed, p.headLed, 0, "head LED"},
+        {p.supContinuousMode, p.continuousMode, 1, "continuous"},
+        {p.supFeeder, p.feeder, 0, "feeder"},
+        {p.supSelector, p.selector, 0, "selector"},
+        {p.supPage2Page, p.page2PageEnable, 0, "page to page"},
     };
     for (const Gate& g : gates) {
-        Require(g.saved == g.exported, g.what, model);
         Require(g.saved != 0 || g.value == g.notSet, g.what, model);
-    }
-    if (p.supCashDrawer == 0 || p.cashDrawerEnable == 0) {
-        Require(p.cashDrawerPins == 0 && p.cashDrawerTimeOn == 256 && p.cashDrawerTimeOff == 256 &&
-                    p.cashDrawerPhase == 0,
-                "disabled drawer keeps its defaults", model);
     }
     if (p.supPresentation == 0) {
         Require(p.presentationValue == 0 && p.presentationTimeout == 0, "presentation", model);
@@ -77,18 +66,7 @@ void CheckSaved(const UiDeviceCommon& device, const OemDevPayload& p) {
                 "disabled page to page", model);
     }
     Require(p.page2PageCheckPoint == e.page2PageCheckPoint, "check point", model);
-    Require(p.lfBeforeCut < 16, "LF before cut", model);
     Require(p.couponScale == (p.couponEnable != 0 ? 16 : 0), "coupon scale", model);
-    Require(p.reserved942 == 0 && p.reserved943 == 100, "reserved bytes", model);
-    Require(std::string(p.modelName, strnlen(p.modelName, kModelNameSize)) == model, "model name",
-            model);
-    Require(TextFieldIsClean(p.modelName, kModelNameSize), "model name field", model);
-    Require(TextFieldIsClean(p.secondaryName, kSecondaryNameSize), "secondary name", model);
-    Require(TextFieldIsClean(p.watermarkPath, kPathSize), "watermark path", model);
-    Require(TextFieldIsClean(p.couponPath, kPathSize), "coupon path", model);
-    for (const OemLogo& logo : p.logos) {
-        Require(TextFieldIsClean(logo.path, kPathSize), "logo path", model);
-    }
     Require(p.startJobBufferLength <= kFreeBufferSize && p.endJobBufferLength <= kFreeBufferSize,
             "free buffer length", model);
     Require(TailIsZero(p.startJobBuffer, p.startJobBufferLength, kFreeBufferSize) &&
