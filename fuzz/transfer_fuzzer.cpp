@@ -76,7 +76,8 @@ void CheckSaved(const UiDeviceCommon& device, const OemDevPayload& p) {
 
 // What a loaded object must hold whatever the bytes: values its model offers (or the not-set
 // value, the export's value, the starting value of a fresh object of the model), and 1-bit
-// values and offsets that the Print and Print adjust pages accept.
+// values and offsets that the Print and Print adjust pages accept. The values the Peripherals
+// and Presentation pages show are held to their lists by the store-back check below.
 void CheckLoaded(const UiDeviceCommon& d, const UiDeviceCommon& fresh) {
     const std::string model = d.GetModelName();
     OemDevPayload e{};
@@ -89,20 +90,12 @@ void CheckLoaded(const UiDeviceCommon& d, const UiDeviceCommon& fresh) {
     };
     offered(d.GetDensityList(), d.GetDensity(), 0, e.density, fresh.GetDensity(), "density");
     offered(d.GetQualityList(), d.GetQuality(), 0, e.quality, fresh.GetQuality(), "quality");
-    offered(d.GetCutModeList(), d.GetCutMode(), 0, e.cutMode, fresh.GetCutMode(), "cut");
     offered(d.GetRecoveryList(), d.GetRecovery(), 0, e.recovery, fresh.GetRecovery(), "recovery");
     offered(d.GetBlackMarkList(), d.GetBlackMark(), 0, e.blackMark, fresh.GetBlackMark(),
             "black mark");
-    offered(d.GetPresentationList(), d.GetPresentationMode(), 0, e.presentationMode,
-            fresh.GetPresentationMode(), "presentation");
     offered(d.GetContinuousModeList(), d.GetContinuousMode(), 1, e.continuousMode,
             fresh.GetContinuousMode(), "continuous");
-    offered(d.GetHeadLedList(), d.GetHeadLed(), 0, e.headLed, fresh.GetHeadLed(), "head LED");
-    offered(d.GetPage2PageActionList(), d.GetPage2PageAction(), 0, e.page2PageAction,
-            fresh.GetPage2PageAction(), "page-to-page action");
     offered(d.GetFeederList(), d.GetFeeder(), 0, e.feeder, fresh.GetFeeder(), "feeder");
-    offered(d.GetCashDrawerPhaseList(), d.GetCashDrawerPhase(), 0, e.cashDrawerPhase,
-            fresh.GetCashDrawerPhase(), "drawer phase");
     // No model exports the buzzer or selector Sup byte, but a record that carries one loads
     // their values under the same rule.
     offered(d.GetBuzzerList(), d.GetBuzzer(), 0, e.buzzer, fresh.GetBuzzer(), "buzzer");
