@@ -72,6 +72,9 @@ TEST(PresentationRules, NoticeByPortFlags) {
     EXPECT_EQ(none.notice, nullptr);
 }
 
+// What a store writes; how a loaded record is shown is the transfer fuzzer's check (it stores
+// every view back and requires the same record), but for page to page outside the Hold modes,
+// which it tolerates.
 TEST(PresentationRules, ControlsAreStoredAndShownAgain) {
     auto device = CreateUiDevice("ZLD90VII", "", "", "");  // modes 20 30 40 60 70
     // Mode, length, duration, LED, page to page on, its timeout, action and extra.
@@ -89,10 +92,6 @@ TEST(PresentationRules, ControlsAreStoredAndShownAgain) {
     EXPECT_EQ(device->GetPresentationMode(), 0);
     EXPECT_EQ(device->GetPage2PageTimeout(), kUnlimitedTimeout);
     EXPECT_EQ(device->GetPage2PageExtra(), 0);
-    const PresentationControls unlimited = MakePresentationView(*device, kUnknownPort).controls;
-    EXPECT_EQ(
-        std::tie(unlimited.modeSelection, unlimited.timeoutModeSelection, unlimited.timeoutText),
-        std::tuple(-1, kTimeoutModeUnlimited, ""));
     StorePresentationControls(*device, {0, "", "", 0, false, 0, "99999", 0, 0});
     EXPECT_EQ(device->GetPage2PageTimeout(), 65534);
     // Eject with a checked box left behind a notice: page to page is not saved on, and Eject
