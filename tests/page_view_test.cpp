@@ -1,4 +1,5 @@
-// Tests of what every page's rules share: trackbar labels, selections, titles.
+// Tests of what every page's rules share: trackbar labels, selections, the preview's fit (the
+// panel titles are in page_checks.txt, one with each refusal).
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -30,10 +31,6 @@ TEST(PageView, SelectionsAndPositionsBecomeBytes) {
     EXPECT_EQ(SelectedValue(list, -1), 0);  // no selection
     EXPECT_EQ(TrackbarByte(-3), 0);
     EXPECT_EQ(TrackbarByte(300), 255);
-}
-
-TEST(PageView, PanelTitleQuotesThePageName) {
-    EXPECT_EQ(PanelTitle(PageId::kPrintAdjust), "\"Print adjust\" Panel ");
 }
 
 TEST(PageView, PreviewFitsKeepingAspectAndCentres) {

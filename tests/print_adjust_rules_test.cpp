@@ -9,22 +9,13 @@
 
 namespace {
 
-TEST(PrintAdjustRules, ViewShowsOffsetsChecksAndScale) {
+// What the view shows of a loaded record is the transfer fuzzer's check: it stores the view
+// back and requires the same record. A byte other than 0 or 1 never survives loading, so the
+// fuzzer cannot show this one.
+TEST(PrintAdjustRules, ViewShowsAnyNonZeroByteAsChecked) {
     UiDeviceCommon device("TEST", "", "", "");
-    device.SetOffsetX(-250);
-    device.SetOffsetY(1000);
-    device.SetWhiteTopCrop(1);
     device.SetRotate180(7);
-    device.SetReductionEnable(1);
-    device.SetReductionValue(62);
-    const PrintAdjustControls shown = MakePrintAdjustView(device).controls;
-    EXPECT_EQ(shown.offsetXText + " " + shown.offsetYText, "-250 1000");
-    EXPECT_EQ(std::vector<bool>({shown.whiteTopCrop, shown.whiteBottomCrop, shown.skipWhitePages,
-                                 shown.rotate180, shown.reductionChecked}),
-              std::vector<bool>({true, false, false, true, true}));
-    EXPECT_EQ(shown.scaleSelection, 4);
-    device.SetReductionValue(13);  // not a step: the first entry
-    EXPECT_EQ(MakePrintAdjustView(device).controls.scaleSelection, 0);
+    EXPECT_TRUE(MakePrintAdjustView(device).controls.rotate180);
 }
 
 TEST(PrintAdjustRules, ControlsAreStoredAndAnUncheckedReductionKeepsItsStep) {

@@ -152,10 +152,9 @@ class ScopedTestLog {
 
     FakeLogPorts& Platform() { return fake_; }
     const std::string& Text() const { return fake_.file; }
-    std::vector<std::string> Lines() const { return SplitLines(fake_.file); }
     // The lines without the ids and time: "[Func] message"; dump rows stay as they are.
     std::vector<std::string> Bodies() const {
-        std::vector<std::string> bodies = Lines();
+        std::vector<std::string> bodies = SplitLines(fake_.file);
         for (std::string& line : bodies)
             if (line.rfind("[P0A1C/T0B20][", 0) == 0)
                 line.erase(0, line.find("][", 13) + 1);
