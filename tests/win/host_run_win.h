@@ -15,10 +15,6 @@
 #include "win/windows_headers_win.h"
 #include "wine_printer.h"
 
-inline std::string Narrow(const std::wstring& w) {
-    return NarrowAnsi(w);
-}
-
 struct HostRun {
     DWORD exitCode = 0xFFFFFFFF;
     std::string output;  // stdout and stderr together
@@ -44,7 +40,7 @@ inline HostRun RunProgram(const std::wstring& program, const std::wstring& args)
         CreateProcessW(nullptr, cmd.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &si, &pi);
     CloseHandle(writeEnd);
     if (!started) {
-        run.output = "CreateProcessW failed: " + Narrow(Win32ErrorText(GetLastError()));
+        run.output = "CreateProcessW failed: " + NarrowAnsi(Win32ErrorText(GetLastError()));
         CloseHandle(readEnd);
         return run;
     }
@@ -136,7 +132,7 @@ class HostTestBase : public ::testing::Test {
                                      dir_ + L"\\" + SafeFileName(printer) + L".prn"};
         WinePrinterInfo info;
         std::wstring error;
-        ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
+        ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << NarrowAnsi(error);
     }
     std::wstring LogPath(const std::wstring& printer) const {
         return dir_ + L"\\" + SafeFileName(printer) + L"_UI.log";

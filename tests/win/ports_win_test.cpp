@@ -41,7 +41,7 @@ TEST_F(PortsWin, TheBridgeAndTheSendsOverTheRealPorts) {
     const std::string module = GetUniDriverPath(*platform.spooler, *platform.versions, h);
     EXPECT_TRUE(module.ends_with("\\3\\KivUniStandIn.dll")) << module;
 
-    const std::string image = Narrow(dir_) + "\\pattern.bmp";
+    const std::string image = NarrowAnsi(dir_) + "\\pattern.bmp";
     const std::string bits = WritePatternBmp(image);
 
     ScopedTestLog log;
