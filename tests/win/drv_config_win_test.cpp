@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "host_run_win.h"
-#include "settings/oemdev.h"
 
 namespace {
 
@@ -16,13 +15,6 @@ class DrvConfigWin : public HostTestBase {
   protected:
     DrvConfigWin() : HostTestBase(L"DrvCfgWin") {}
 };
-
-OEMDEV RecordOf(const std::vector<uint8_t>& devmode) {
-    OEMDEV rec{};
-    std::memcpy(&rec, devmode.data() + sizeof(DEVMODEW),
-                std::min(sizeof rec, devmode.size() - sizeof(DEVMODEW)));
-    return rec;
-}
 
 TEST_F(DrvConfigWin, DevmodesCarryThePluginsRecordThroughTheSpooler) {
     const std::wstring printer = NewPrinter(L"J7");

@@ -4,12 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
 
+#include "settings/oemdev.h"
 #include "text_lines.h"
 #include "win/text_win.h"
 #include "win/windows_headers_win.h"
@@ -90,6 +92,15 @@ inline std::string StoredDevmode(const std::wstring& printer) {
         bytes.assign(reinterpret_cast<const char*>(dm), dm->dmSize + dm->dmDriverExtra);
     ClosePrinter(h);
     return bytes;
+}
+
+// The plug-in's record in a devmode's bytes, right after the public part; zeros when short of one.
+template <typename Bytes>
+OEMDEV RecordOf(const Bytes& devmode) {
+    OEMDEV record{};
+    if (devmode.size() >= sizeof(DEVMODEW) + sizeof record)
+        std::memcpy(&record, devmode.data() + sizeof(DEVMODEW), sizeof record);
+    return record;
 }
 
 // Scratch printers whose logs, devmode files and output live in one scratch folder; the

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -248,9 +247,7 @@ TEST_F(SheetWin, AppliedChangesSurviveCloseAndReopenUntilResetDefault) {
     // The spooler keeps what was applied as the printer's per-user default.
     const std::string stored = StoredDevmode(printer);
     ASSERT_EQ(sizeof(DEVMODEW) + OEMDEV_SIZE, stored.size());
-    OEMDEV kept;
-    std::memcpy(&kept, stored.data() + sizeof(DEVMODEW), sizeof kept);
-    EXPECT_EQ(37, kept.payload.offsetY);
+    EXPECT_EQ(37, RecordOf(stored).payload.offsetY);
     // A new printer starts from the model's own defaults (its cut mode is not the common one);
     // the next opening loads the saved record without resetting it.
     EXPECT_EQ("PRN_PROP_CUTTER_TC_END_PAGE (0x20)", Field(first.output, "cutMode"));
