@@ -142,41 +142,40 @@ struct Opening {
 TEST_F(CommonUi, OnlyApplyWritesAndAppliedValuesSurviveTheNextOpening) {
     const std::wstring printer = ScratchPrinterName(L"reopen");
     ScratchConfigKey key(printer);
-    for (const uint32_t layout : {1u, 2u}) {
-        SCOPED_TRACE(layout);
-        std::vector<BYTE> record(OEMDEV_SIZE);
-        OEMDMPARAM dm = DevModeParam(nullptr, record.data());
-        ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_DEFAULT, &dm));
-        std::memcpy(&record[20], &layout, 4);
-        DocumentCall call(printer);
-        const Opening first(ui_.get(), call, record);
-        UiDeviceCommon& device = *call.State()->device;
-        EXPECT_EQ(128, device.GetConvThreshold());
-        EXPECT_EQ(255, device.GetConvFilterUp());
-        device.SetOffsetX(-12);
-        const std::vector<BYTE> before = record;
-        for (WORD reason :
-             {CPSUICB_REASON_SETACTIVE, CPSUICB_REASON_KILLACTIVE, CPSUICB_REASON_SEL_CHANGED})
-            EXPECT_EQ(CPSUICB_ACTION_NONE, first.Press(&call.param, reason));
-        EXPECT_EQ(CPSUICB_ACTION_NONE, first.callback(nullptr, &call.param));
-        EXPECT_EQ(before, record);
-        // A record that is not ours is left alone, and the apply goes on.
-        std::vector<BYTE> foreign(record);
-        foreign[4] ^= 0xFF;
-        const std::vector<BYTE> stranger = foreign;
-        OEMCUIPPARAM other = call.param;
-        other.pOEMDM = foreign.data();
-        EXPECT_EQ(0, first.Press(&other));
-        EXPECT_EQ(stranger, foreign);
-        ASSERT_EQ(0, first.Press(&call.param));
+    // An old layout version; applies to the current one are SheetWin.AppliedChanges...'.
+    const uint32_t layout = 1;
+    std::vector<BYTE> record(OEMDEV_SIZE);
+    OEMDMPARAM dm = DevModeParam(nullptr, record.data());
+    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_DEFAULT, &dm));
+    std::memcpy(&record[20], &layout, 4);
+    DocumentCall call(printer);
+    const Opening first(ui_.get(), call, record);
+    UiDeviceCommon& device = *call.State()->device;
+    EXPECT_EQ(128, device.GetConvThreshold());
+    EXPECT_EQ(255, device.GetConvFilterUp());
+    device.SetOffsetX(-12);
+    const std::vector<BYTE> before = record;
+    for (WORD reason :
+         {CPSUICB_REASON_SETACTIVE, CPSUICB_REASON_KILLACTIVE, CPSUICB_REASON_SEL_CHANGED})
+        EXPECT_EQ(CPSUICB_ACTION_NONE, first.Press(&call.param, reason));
+    EXPECT_EQ(CPSUICB_ACTION_NONE, first.callback(nullptr, &call.param));
+    EXPECT_EQ(before, record);
+    // A record that is not ours is left alone, and the apply goes on.
+    std::vector<BYTE> foreign(record);
+    foreign[4] ^= 0xFF;
+    const std::vector<BYTE> stranger = foreign;
+    OEMCUIPPARAM other = call.param;
+    other.pOEMDM = foreign.data();
+    EXPECT_EQ(0, first.Press(&other));
+    EXPECT_EQ(stranger, foreign);
+    ASSERT_EQ(0, first.Press(&call.param));
 
-        // The next opening's pass has no public devmode: the first one's paper stays.
-        call.param.pPublicDM = nullptr;
-        const Opening second(ui_.get(), call, record);
-        EXPECT_EQ(639, call.State()->paperWidthDots);
-        EXPECT_EQ(-12, call.State()->device->GetOffsetX());
-        EXPECT_EQ(0, std::memcmp(record.data(), &call.State()->workOEMDev, OEMDEV_SIZE));
-    }
+    // The next opening's pass has no public devmode: the first one's paper stays.
+    call.param.pPublicDM = nullptr;
+    const Opening second(ui_.get(), call, record);
+    EXPECT_EQ(639, call.State()->paperWidthDots);
+    EXPECT_EQ(-12, call.State()->device->GetOffsetX());
+    EXPECT_EQ(0, std::memcmp(record.data(), &call.State()->workOEMDev, OEMDEV_SIZE));
 }
 
 }  // namespace
