@@ -301,10 +301,9 @@ TEST_F(SheetWin, AWatermarkPreviewGoesThroughTheRenderingModuleToThePort) {
     ASSERT_EQ(0u, run.exitCode) << run.output;
     const std::string stream = ReadFileText(PortFile(printer));
     const std::string head = StandInHead(4, NarrowAnsi(printer)) + StandInText(NarrowAnsi(image));
-    const std::string tail = std::string("\x01\x03\x22") + Le32(100) + bits;
-    EXPECT_EQ(head.size() + 12 + tail.size(), stream.size());  // paper and model in between
-    EXPECT_EQ(0u, stream.rfind(head, 0));
-    EXPECT_TRUE(stream.ends_with(tail));
+    // The paper in dots (80 x 297 mm at 203 dpi) and the model's number come between.
+    EXPECT_EQ(head + Le32(639) + Le32(2373) + Le32(608) + "\x01\x03\x22" + Le32(100) + bits,
+              stream);
 }
 
 // The Console's actions reach Wine's spooler and the print folder, where the host's job left
