@@ -48,20 +48,27 @@ class CommonUi : public OemUiTest {
     RegistryWin registry_;
 };
 
-TEST_F(CommonUi, PrinterPropertiesAndCountingCallTouchNothing) {
-    // Printer properties, and the document call that only counts items (no item array).
-    for (const DWORD mode : {DWORD{OEMCUIP_PRNPROP}, DWORD{OEMCUIP_DOCPROP}}) {
+// Printer properties and the document call that only counts items (no item array) touch
+// nothing; the full document pass hides only the framework's colour items within its count.
+TEST_F(CommonUi, OnlyTheFullDocumentPassPreparesAnOpening) {
+    for (const DWORD mode : {DWORD{OEMCUIP_PRNPROP}, DWORD{OEMCUIP_DOCPROP}, DWORD{0}}) {
         SCOPED_TRACE(mode);
+        const bool full = mode == 0;
         const std::wstring printer = ScratchPrinterName(L"untouched");
         ScratchConfigKey key(printer);
         DocumentCall call(printer);
-        call.param.pOEMOptItems = mode == OEMCUIP_PRNPROP ? call.oemItems : nullptr;
+        call.param.pOEMOptItems = mode == OEMCUIP_DOCPROP ? nullptr : call.oemItems;
         call.param.cOEMOptItems = 5;
-        EXPECT_EQ(S_OK, ui_->CommonUIProp(mode, &call.param));
-        EXPECT_EQ(0u, call.param.cOEMOptItems);
-        EXPECT_FALSE(registry_.KeyExists(key.Path()));
-        EXPECT_EQ(0u, call.drvItems[2].Flags);  // the colour item stays
-        EXPECT_EQ(nullptr, call.State());
+        EXPECT_EQ(S_OK, ui_->CommonUIProp(full ? OEMCUIP_DOCPROP : mode, &call.param));
+        EXPECT_EQ(full ? 5u : 0u, call.param.cOEMOptItems);  // the counting call answers none
+        EXPECT_EQ(full, call.param.OEMCUIPCallback != nullptr);
+        EXPECT_EQ(full, registry_.KeyExists(key.Path()));
+        EXPECT_EQ(static_cast<DWORD>(OPTIF_CHANGED | (full ? OPTIF_HIDE : 0)),
+                  call.drvItems[0].Flags);
+        EXPECT_EQ(0u, call.drvItems[1].Flags);
+        EXPECT_EQ(static_cast<DWORD>(full ? OPTIF_HIDE : 0), call.drvItems[2].Flags);
+        EXPECT_EQ(0u, call.drvItems[3].Flags);
+        EXPECT_EQ(full, call.State() != nullptr);
     }
     // Any other mode fails, after the pass.
     ScratchConfigKey key(ScratchPrinterName(L"mode3"));
@@ -69,33 +76,6 @@ TEST_F(CommonUi, PrinterPropertiesAndCountingCallTouchNothing) {
     SetLastError(0);
     EXPECT_EQ(E_FAIL, ui_->CommonUIProp(3, &call.param));
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), GetLastError());
-}
-
-TEST_F(CommonUi, FullDocumentPass) {
-    const std::wstring printer = ScratchPrinterName(L"full");
-    ScratchConfigKey key(printer);
-    DocumentCall call(printer);
-    ASSERT_EQ(S_OK, ui_->CommonUIProp(OEMCUIP_DOCPROP, &call.param));
-
-    // Only the framework's colour items, within its count, are hidden.
-    EXPECT_EQ(static_cast<DWORD>(OPTIF_CHANGED | OPTIF_HIDE), call.drvItems[0].Flags);
-    EXPECT_EQ(0u, call.drvItems[1].Flags);
-    EXPECT_EQ(static_cast<DWORD>(OPTIF_HIDE), call.drvItems[2].Flags);
-    EXPECT_EQ(0u, call.drvItems[3].Flags);
-    EXPECT_NE(nullptr, call.param.OEMCUIPCallback);
-
-    const OemUiState* state = call.State();
-    ASSERT_NE(nullptr, state);
-    EXPECT_EQ(NarrowAnsi(printer), state->printerName);
-    EXPECT_EQ(639, state->paperWidthDots);
-    // No printer handle: no model data text, the generic device.
-    EXPECT_EQ("", state->oemCustomData);
-    EXPECT_NE(nullptr, state->device.get());
-
-    // A pass without a public devmode keeps the paper values.
-    call.param.pPublicDM = nullptr;
-    ASSERT_EQ(S_OK, ui_->CommonUIProp(OEMCUIP_DOCPROP, &call.param));
-    EXPECT_EQ(639, state->paperWidthDots);
 }
 
 bool MutexExists(const std::wstring& printer) {
@@ -162,38 +142,40 @@ struct Opening {
 TEST_F(CommonUi, OnlyApplyWritesAndAppliedValuesSurviveTheNextOpening) {
     const std::wstring printer = ScratchPrinterName(L"reopen");
     ScratchConfigKey key(printer);
-    for (const uint32_t layout : {1u, 2u}) {
-        SCOPED_TRACE(layout);
-        std::vector<BYTE> record(OEMDEV_SIZE);
-        OEMDMPARAM dm = DevModeParam(nullptr, record.data());
-        ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_DEFAULT, &dm));
-        std::memcpy(&record[20], &layout, 4);
-        DocumentCall call(printer);
-        const Opening first(ui_.get(), call, record);
-        UiDeviceCommon& device = *call.State()->device;
-        EXPECT_EQ(128, device.GetConvThreshold());
-        EXPECT_EQ(255, device.GetConvFilterUp());
-        device.SetOffsetX(-12);
-        const std::vector<BYTE> before = record;
-        for (WORD reason :
-             {CPSUICB_REASON_SETACTIVE, CPSUICB_REASON_KILLACTIVE, CPSUICB_REASON_SEL_CHANGED})
-            EXPECT_EQ(CPSUICB_ACTION_NONE, first.Press(&call.param, reason));
-        EXPECT_EQ(CPSUICB_ACTION_NONE, first.callback(nullptr, &call.param));
-        EXPECT_EQ(before, record);
-        // A record that is not ours is left alone, and the apply goes on.
-        std::vector<BYTE> foreign(record);
-        foreign[4] ^= 0xFF;
-        const std::vector<BYTE> stranger = foreign;
-        OEMCUIPPARAM other = call.param;
-        other.pOEMDM = foreign.data();
-        EXPECT_EQ(0, first.Press(&other));
-        EXPECT_EQ(stranger, foreign);
-        ASSERT_EQ(0, first.Press(&call.param));
+    // An old layout version; applies to the current one are SheetWin.AppliedChanges...'.
+    const uint32_t layout = 1;
+    std::vector<BYTE> record(OEMDEV_SIZE);
+    OEMDMPARAM dm = DevModeParam(nullptr, record.data());
+    ASSERT_EQ(S_OK, ui_->DevMode(OEMDM_DEFAULT, &dm));
+    std::memcpy(&record[20], &layout, 4);
+    DocumentCall call(printer);
+    const Opening first(ui_.get(), call, record);
+    UiDeviceCommon& device = *call.State()->device;
+    EXPECT_EQ(128, device.GetConvThreshold());
+    EXPECT_EQ(255, device.GetConvFilterUp());
+    device.SetOffsetX(-12);
+    const std::vector<BYTE> before = record;
+    for (WORD reason :
+         {CPSUICB_REASON_SETACTIVE, CPSUICB_REASON_KILLACTIVE, CPSUICB_REASON_SEL_CHANGED})
+        EXPECT_EQ(CPSUICB_ACTION_NONE, first.Press(&call.param, reason));
+    EXPECT_EQ(CPSUICB_ACTION_NONE, first.callback(nullptr, &call.param));
+    EXPECT_EQ(before, record);
+    // A record that is not ours is left alone, and the apply goes on.
+    std::vector<BYTE> foreign(record);
+    foreign[4] ^= 0xFF;
+    const std::vector<BYTE> stranger = foreign;
+    OEMCUIPPARAM other = call.param;
+    other.pOEMDM = foreign.data();
+    EXPECT_EQ(0, first.Press(&other));
+    EXPECT_EQ(stranger, foreign);
+    ASSERT_EQ(0, first.Press(&call.param));
 
-        const Opening second(ui_.get(), call, record);
-        EXPECT_EQ(-12, call.State()->device->GetOffsetX());
-        EXPECT_EQ(0, std::memcmp(record.data(), &call.State()->workOEMDev, OEMDEV_SIZE));
-    }
+    // The next opening's pass has no public devmode: the first one's paper stays.
+    call.param.pPublicDM = nullptr;
+    const Opening second(ui_.get(), call, record);
+    EXPECT_EQ(639, call.State()->paperWidthDots);
+    EXPECT_EQ(-12, call.State()->device->GetOffsetX());
+    EXPECT_EQ(0, std::memcmp(record.data(), &call.State()->workOEMDev, OEMDEV_SIZE));
 }
 
 }  // namespace

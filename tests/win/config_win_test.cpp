@@ -15,13 +15,8 @@ class ConfigWin : public ::testing::Test {
     ConfigWin() : printer_(ScratchPrinterName(L"registry")), key_(printer_) {}
     std::wstring Path() const { return key_.Path(); }
     void PutRaw(const wchar_t* name, DWORD type, const std::wstring& text) {
-        HKEY key = nullptr;
-        ASSERT_EQ(ERROR_SUCCESS,
-                  RegCreateKeyExW(HKEY_CURRENT_USER, Path().c_str(), 0, nullptr, 0,
-                                  KEY_WRITE | KEY_WOW64_64KEY, nullptr, &key, nullptr));
-        RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(text.c_str()),
-                       static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-        RegCloseKey(key);
+        RegSetKeyValueW(HKEY_CURRENT_USER, Path().c_str(), name, type, text.c_str(),
+                        static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
     }
 
     std::wstring printer_;

@@ -1,5 +1,5 @@
 // The Wine printers' configuration module as applications reach it: DocumentPropertiesW without a
-// prompt, DeviceCapabilitiesW, and the per-user default devmode (SetPrinterW/GetPrinterW level 9).
+// prompt, DrvConvertDevMode and DeviceCapabilitiesW.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "host_run_win.h"
-#include "settings/oemdev.h"
 
 namespace {
 
@@ -16,18 +15,6 @@ class DrvConfigWin : public HostTestBase {
   protected:
     DrvConfigWin() : HostTestBase(L"DrvCfgWin") {}
 };
-
-std::vector<uint8_t> Bytes(const DEVMODEW& dm) {
-    const auto* p = reinterpret_cast<const uint8_t*>(&dm);
-    return {p, p + dm.dmSize + dm.dmDriverExtra};
-}
-
-OEMDEV RecordOf(const std::vector<uint8_t>& devmode) {
-    OEMDEV rec{};
-    std::memcpy(&rec, devmode.data() + sizeof(DEVMODEW),
-                std::min(sizeof rec, devmode.size() - sizeof(DEVMODEW)));
-    return rec;
-}
 
 TEST_F(DrvConfigWin, DevmodesCarryThePluginsRecordThroughTheSpooler) {
     const std::wstring printer = NewPrinter(L"J7");
@@ -110,23 +97,6 @@ TEST_F(DrvConfigWin, DevmodesCarryThePluginsRecordThroughTheSpooler) {
         EXPECT_EQ(keeps, std::memcmp(&got.payload, "XYZ", 4) == 0) << mode;
         EXPECT_EQ(KIVITEM_SIGN_H, got.dwSignHead1);
     }
-
-    // The per-user default keeps the record as it was stored.
-    const std::vector<uint8_t> merged = Call(&own);
-    PRINTER_INFO_9W stored{.pDevMode =
-                               reinterpret_cast<DEVMODEW*>(const_cast<uint8_t*>(merged.data()))};
-    ASSERT_TRUE(SetPrinterW(h, 9, reinterpret_cast<BYTE*>(&stored), 0));
-    DWORD needed = 0;
-    GetPrinterW(h, 9, nullptr, 0, &needed);
-    std::vector<BYTE> back(needed);
-    ASSERT_TRUE(GetPrinterW(h, 9, back.data(), needed, &needed));
-    const DEVMODEW* kept = reinterpret_cast<const PRINTER_INFO_9W*>(back.data())->pDevMode;
-    ASSERT_NE(nullptr, kept);
-    // Wine writes the printer's name into dmDeviceName; everything after it comes back as stored.
-    const std::vector<uint8_t> keptBytes = Bytes(*kept);
-    const size_t from = offsetof(DEVMODEW, dmSpecVersion);
-    EXPECT_EQ(std::vector<uint8_t>(merged.begin() + from, merged.end()),
-              std::vector<uint8_t>(keptBytes.begin() + from, keptBytes.end()));
 
     // The model's papers and sources from its GPD; the record's size as the driver extra.
     EXPECT_EQ(3, DeviceCapabilitiesW(name.c_str(), nullptr, DC_PAPERS, nullptr, nullptr));

@@ -4,20 +4,18 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
 
+#include "settings/oemdev.h"
 #include "text_lines.h"
 #include "win/text_win.h"
 #include "win/windows_headers_win.h"
 #include "wine_printer.h"
-
-inline std::string Narrow(const std::wstring& w) {
-    return NarrowAnsi(w);
-}
 
 struct HostRun {
     DWORD exitCode = 0xFFFFFFFF;
@@ -44,7 +42,7 @@ inline HostRun RunProgram(const std::wstring& program, const std::wstring& args)
         CreateProcessW(nullptr, cmd.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &si, &pi);
     CloseHandle(writeEnd);
     if (!started) {
-        run.output = "CreateProcessW failed: " + Narrow(Win32ErrorText(GetLastError()));
+        run.output = "CreateProcessW failed: " + NarrowAnsi(Win32ErrorText(GetLastError()));
         CloseHandle(readEnd);
         return run;
     }
@@ -96,6 +94,15 @@ inline std::string StoredDevmode(const std::wstring& printer) {
     return bytes;
 }
 
+// The plug-in's record in a devmode's bytes, right after the public part; zeros when short of one.
+template <typename Bytes>
+OEMDEV RecordOf(const Bytes& devmode) {
+    OEMDEV record{};
+    if (devmode.size() >= sizeof(DEVMODEW) + sizeof record)
+        std::memcpy(&record, devmode.data() + sizeof(DEVMODEW), sizeof record);
+    return record;
+}
+
 // Scratch printers whose logs, devmode files and output live in one scratch folder; the
 // printers, their registry keys and the folder are removed afterwards.
 class HostTestBase : public ::testing::Test {
@@ -136,7 +143,7 @@ class HostTestBase : public ::testing::Test {
                                      dir_ + L"\\" + SafeFileName(printer) + L".prn"};
         WinePrinterInfo info;
         std::wstring error;
-        ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << Narrow(error);
+        ASSERT_TRUE(InstallWinePrinter(setup, info, error)) << NarrowAnsi(error);
     }
     std::wstring LogPath(const std::wstring& printer) const {
         return dir_ + L"\\" + SafeFileName(printer) + L"_UI.log";

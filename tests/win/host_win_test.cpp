@@ -29,7 +29,7 @@ TEST_F(HostWin, DamagedDevmodeFileFallsBackToTheModelDefaults) {
     const HostRun run = RunHost(L"--press ok --verbose --devmode \"" + DevmodePath(printer) +
                                 L"\" " + PrinterArgs(printer, L"TRX418A NOCUT"));
     ASSERT_EQ(0u, run.exitCode) << run.output;
-    EXPECT_TRUE(Contains(run.output, "settings    : " + Narrow(DevmodePath(printer)) +
+    EXPECT_TRUE(Contains(run.output, "settings    : " + NarrowAnsi(DevmodePath(printer)) +
                                          " is damaged (dmSize 220 + dmDriverExtra 3329 does "
                                          "not match the file's 1000 bytes)"))
         << run.output;
@@ -71,7 +71,7 @@ TEST_F(HostWin, FailedStepsEndWithAMessageAndANonZeroCode) {
           Case{L"--set 1067=5 --press ok", "--set needs a --page"},
           Case{L"--page 2 --trackbar 1027=high", "ID=NUMBER"},
           Case{L"--devmode C:\\no\\such\\x.dm", "--devmode \"C:\\no\\such\\x.dm\": its folder"}}) {
-        SCOPED_TRACE(Narrow(c.args));
+        SCOPED_TRACE(NarrowAnsi(c.args));
         const HostRun run = RunHost(c.args);
         EXPECT_EQ(1u, run.exitCode);
         EXPECT_EQ(1u, Lines(run.output).size()) << run.output;

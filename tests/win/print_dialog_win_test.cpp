@@ -3,31 +3,11 @@
 // user's change.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 
 #include "host_run_win.h"
-#include "settings/oemdev.h"
 
 namespace {
-
-// The plug-in's record inside a devmode file's private part, found by its header.
-bool RecordIn(const std::string& devmode, OEMDEV& record) {
-    DEVMODEW dm;
-    if (devmode.size() < sizeof dm)
-        return false;
-    std::memcpy(&dm, devmode.data(), sizeof dm);
-    const size_t end = std::min(devmode.size(), size_t{dm.dmSize} + dm.dmDriverExtra);
-    for (size_t at = dm.dmSize; at + sizeof record <= end; ++at) {
-        OemDmExtraHeader head;
-        std::memcpy(&head, devmode.data() + at, sizeof head);
-        if (head.dwSize == OEMDEV_SIZE && head.dwSignature == KIVITEM_SIGNATURE) {
-            std::memcpy(&record, devmode.data() + at, sizeof record);
-            return true;
-        }
-    }
-    return false;
-}
 
 class PrintDialogWin : public HostTestBase {
   protected:
@@ -45,8 +25,7 @@ TEST_F(PrintDialogWin, PropertiesOpensThePagesAndOkReturnsTheChangedRecord) {
         RunProgram(L"kivprintdlg.exe", base + L"--set 1068=37 --devmode-out \"" + devmode + L"\"");
     ASSERT_EQ(0u, change.exitCode) << change.output;
     EXPECT_TRUE(Contains(change.output, "shown: 0")) << change.output;
-    OEMDEV record;
-    ASSERT_TRUE(RecordIn(ReadFileText(devmode), record));
+    const OEMDEV record = RecordOf(ReadFileText(devmode));
     EXPECT_EQ(37, record.payload.offsetY);
     EXPECT_STREQ("ZLD90VII", record.payload.modelName);
 
