@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
@@ -62,10 +63,15 @@ inline std::string CaseField(const std::string& field) {
     for (std::istringstream parts(field.substr(1)); std::getline(parts, part, '+');) {
         const size_t star = part.rfind('*');
         const size_t count = star == std::string::npos ? 1 : std::stoul(part.substr(star + 1));
-        for (size_t at; (at = part.find("\\0")) != std::string::npos;)
-            part.replace(at, 2, std::string(1, '\0'));
+        // The NULs are put in after the count is cut off, so "\\0*3" is three NULs.
+        std::string text;
+        for (const char* c = part.c_str(); c < part.c_str() + std::min(star, part.size()); ++c) {
+            const bool nul = c[0] == '\\' && c[1] == '0';
+            text += nul ? '\0' : *c;
+            c += nul;
+        }
         for (size_t i = 0; i < count; ++i)
-            out += part.substr(0, star);
+            out += text;
     }
     return out;
 }

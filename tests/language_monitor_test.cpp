@@ -71,7 +71,7 @@ TEST(LanguageMonitor, StatusOutcomesInTheirOrderOfTests) {
             f.driver.value = c.at(5);
             std::string answer = GetLMStatusName(f.Status());
             for (uint32_t size : f.driver.sizesAsked)
-                answer += " " + std::to_string(size);
+                answer.append(" ").append(std::to_string(size));
             return answer;
         });
 }

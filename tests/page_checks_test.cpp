@@ -58,7 +58,7 @@ TEST(PageChecks, EachCaseIsRefusedOrAcceptedAsTheGoldenFileSays) {
             const FreeBufferParse parsed = ParseFreeBuffer(fields.at(0));
             std::string answer = (parsed.error.empty() ? "bytes" : "error " + parsed.error) + ":";
             for (uint8_t byte : parsed.bytes)
-                answer += " " + std::to_string(byte);
+                answer.append(" ").append(std::to_string(byte));
             return answer;
         }
         const auto found = Check(line.substr(0, colon), fields);
