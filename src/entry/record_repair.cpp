@@ -11,34 +11,24 @@ namespace {
 // The repair runs inside the common UI entry and logs under its name.
 constexpr char kFunction[] = "IOemUI::CommonUIProp";
 
-std::string RecordModelName(const OEMDEV& rec) {
-    const char* name = rec.payload.modelName;
-    const void* end = std::memchr(name, 0, kModelNameSize);
-    return std::string(name, end == nullptr
-                                 ? kModelNameSize
-                                 : static_cast<size_t>(static_cast<const char*>(end) - name));
-}
-
 }  // namespace
 
 void RepairWorkingRecord(const OEMDEV& saved, OEMDEV& work, UiDeviceCommon& device,
                          const std::string& printerName) {
     std::memmove(&work, &saved, sizeof(OEMDEV));
-    bool reset = true;
-    if (work.dwSignHead1 != KIVITEM_SIGN_H || work.dwSignHead2 != KIVITEM_SIGN_H) {
+    const RecordFault fault = KeptRecordFault(work, device.GetModelName());
+    if (fault == RecordFault::kHeadGuards) {
         TheLog().Write(kLogError, kFunction, "KIVITEM_SIGN_H is different, reset STRUCT");
         TheLog().Write(kLogInfo, kFunction, "reset OEMDEV STRUCT");
-    } else if (RecordModelName(work) != device.GetModelName()) {
+    } else if (fault == RecordFault::kModel) {
         TheLog().Write(kLogError, kFunction, "Model is different, reset STRUCT");
         TheLog().Write(kLogInfo, kFunction, "reset OEMDEV STRUCT");
-    } else if (work.dwVerCurrent != KIVITEM_VERCURRENT) {
+    } else if (fault == RecordFault::kLayoutVersion) {
         // Called a fix, but nothing of the old body is kept: the same full reset as above
         // (kept-behaviour: Layout-version reset).
         TheLog().Write(kLogInfo, kFunction, "KIVITEM_VERCURRENT is different, fix the struct");
-    } else {
-        reset = false;
     }
-    if (reset) {
+    if (fault != RecordFault::kNone) {
         ResetOEMDevBody(work);
         device.FillOEMDEVWithDeviceValues(work.payload, 1);
     }

@@ -5,6 +5,8 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <string>
 
 static_assert(std::endian::native == std::endian::little,
               "the record is little-endian and is read in place");
@@ -233,3 +235,21 @@ KIV_PAYLOAD_AT(whiteTopCrop, 3294);
 KIV_PAYLOAD_AT(whiteBottomCrop, 3295);
 KIV_PAYLOAD_AT(rotate180, 3296);
 #undef KIV_PAYLOAD_AT
+
+// The model a record names: its text up to the first NUL, never past the field.
+inline std::string RecordModelName(const OEMDEV& rec) {
+    return std::string(rec.payload.modelName, strnlen(rec.payload.modelName, kModelNameSize));
+}
+
+// Why the repair before the pages would set a kept record aside for `modelName`'s defaults, in
+// the order it tests: the head guards, the model, the layout version.
+enum class RecordFault { kNone, kHeadGuards, kModel, kLayoutVersion };
+inline RecordFault KeptRecordFault(const OEMDEV& rec, const std::string& modelName) {
+    if (rec.dwSignHead1 != KIVITEM_SIGN_H || rec.dwSignHead2 != KIVITEM_SIGN_H)
+        return RecordFault::kHeadGuards;
+    if (RecordModelName(rec) != modelName)
+        return RecordFault::kModel;
+    if (rec.dwVerCurrent != KIVITEM_VERCURRENT)
+        return RecordFault::kLayoutVersion;
+    return RecordFault::kNone;
+}

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "infra/text_format.h"
 #include "pages/label_tables.h"
@@ -452,6 +453,20 @@ const SettingField* FindSettingField(std::string_view name) {
             return &f;
     }
     return nullptr;
+}
+
+const SettingField& FieldAt(uint16_t offset) {
+    return *std::find_if(SettingFields().begin(), SettingFields().end(),
+                         [offset](const SettingField& f) { return f.offset == offset; });
+}
+
+OemDevPayload AsThePagesKeep(const UiDeviceCommon& model, const OemDevPayload& p) {
+    std::unique_ptr<UiDeviceCommon> probe = model.Clone();
+    std::string ignored;
+    probe->FillUIDeviceValuesWithOEMDEV(ignored, p);
+    OemDevPayload kept{};
+    probe->FillOEMDEVWithDeviceValues(kept, 0);
+    return kept;
 }
 
 bool IsFileSetting(const SettingField& f) {

@@ -61,6 +61,11 @@ const std::vector<SettingField>& SettingFields();
 // The field of that name, or null.
 const SettingField* FindSettingField(std::string_view name);
 
+// The field at a payload offset: a gate's Sup or enable byte.
+const SettingField& FieldAt(uint16_t offset);
+// The payload as the pages keep it: loaded into a copy of the model and saved again.
+OemDevPayload AsThePagesKeep(const UiDeviceCommon& model, const OemDevPayload& p);
+
 // Whether the file carries the field as a setting.
 bool IsFileSetting(const SettingField& f);
 

@@ -391,24 +391,16 @@ class Reader {
     }
 
     std::string SupProblem(const SettingField& f) const {
-        const auto sup = std::find_if(SettingFields().begin(), SettingFields().end(),
-                                      [&f](const SettingField& s) { return s.offset == f.sup; });
         return f.name + ": " + ModelLabel(model_.GetModelName()) + " does not support it (" +
-               sup->name + " = 0); it takes only " + ValueName(f, f.unset) +
+               FieldAt(f.sup).name + " = 0); it takes only " + ValueName(f, f.unset) +
                (f.unset != 0 ? " or " + ValueName(f, 0) : "");
     }
 
     // The record the file's settings go into: `current` when it is a record of this model that
     // the pages would keep, else the model's defaults, which the pages would load instead.
     OEMDEV Base() const {
-        const OEMDEV& c = result_.record;
-        const bool kept =
-            c.dwSignHead1 == KIVITEM_SIGN_H && c.dwSignHead2 == KIVITEM_SIGN_H &&
-            c.dwVerCurrent == KIVITEM_VERCURRENT &&
-            std::string(c.payload.modelName, strnlen(c.payload.modelName, kModelNameSize)) ==
-                model_.GetModelName();
-        OEMDEV base = c;
-        if (!kept) {
+        OEMDEV base = result_.record;
+        if (KeptRecordFault(base, model_.GetModelName()) != RecordFault::kNone) {
             base = OEMDEV{};
             model_.Clone()->FillOEMDEVWithDeviceValues(base.payload, 1);
         }
@@ -458,11 +450,7 @@ class Reader {
     // transfer decides: a value it would not keep is refused.
     void CheckAsThePagesLoad(const OEMDEV& record,
                              const std::map<const SettingField*, size_t>& lines) {
-        std::unique_ptr<UiDeviceCommon> probe = model_.Clone();
-        std::string name;
-        probe->FillUIDeviceValuesWithOEMDEV(name, record.payload);
-        OemDevPayload loaded{};
-        probe->FillOEMDEVWithDeviceValues(loaded, 0);
+        const OemDevPayload loaded = AsThePagesKeep(model_, record.payload);
         for (const SettingField& f : SettingFields()) {
             if (!IsFileSetting(f) || SupClosed(record.payload, f) ||
                 EnableClosed(record.payload, f))
@@ -474,7 +462,7 @@ class Reader {
             const auto line = lines.find(&f);
             Problem(line == lines.end() ? 0 : line->second,
                     f.name + " = " + stored +
-                        (line == lines.end() ? " (kept from the printer)" : "") +
+                        (line == lines.end() ? " (not in the file: the printer's value)" : "") +
                         " is not kept by the pages with the other settings; they load " + kept);
         }
     }

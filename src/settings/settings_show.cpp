@@ -131,11 +131,7 @@ std::string ShowSettings(const OEMDEV& rec, const UiDeviceCommon& model) {
     OemDevPayload gates = p;
     OemDevPayload exported{};
     model.ExportCapabilities(exported);
-    std::unique_ptr<UiDeviceCommon> probe = model.Clone();
-    std::string ignored;
-    probe->FillUIDeviceValuesWithOEMDEV(ignored, p);
-    OemDevPayload loaded{};
-    probe->FillOEMDEVWithDeviceValues(loaded, 0);
+    const OemDevPayload loaded = AsThePagesKeep(model, p);
     for (const SettingField& f : SettingFields()) {
         if (f.kind == FieldKind::Sup)
             SetFieldValue(gates, f, FieldValue(exported, f));
@@ -160,10 +156,7 @@ std::string ShowSettings(const OEMDEV& rec, const UiDeviceCommon& model) {
             out += "  offers: " + (offers.empty() ? std::string("nothing") : offers);
         }
         if (EnableClosed(gates, f)) {
-            const auto enable =
-                std::find_if(SettingFields().begin(), SettingFields().end(),
-                             [&f](const SettingField& e) { return e.offset == f.enable; });
-            out += "  (unused while " + enable->name + " = 0)";
+            out += "  (unused while " + FieldAt(f.enable).name + " = 0)";
             out += '\n';
             continue;
         }

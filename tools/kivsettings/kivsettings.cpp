@@ -14,11 +14,6 @@ std::filesystem::path PathFromUtf8(const std::string& utf8) {
     return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
-std::string ModelNameOf(const OEMDEV& rec) {
-    const char* name = rec.payload.modelName;
-    return std::string(name, strnlen(name, kModelNameSize));
-}
-
 int Decode(const std::string& file) {
     std::vector<uint8_t> bytes;
     const FileRead read = ReadWholeFile(file, kMaxInputFileBytes, bytes);
@@ -221,16 +216,20 @@ std::string StoredSettingsNote(const FoundRecord& found, const OEMDEV& saved,
                                const std::string& deviceModel) {
     if (!found.found)
         return "the kept devmode holds no KIV settings (" + found.problem + ")";
-    const std::string model = ModelNameOf(saved);
-    if (saved.dwSignHead1 != KIVITEM_SIGN_H || saved.dwSignHead2 != KIVITEM_SIGN_H)
-        return "the kept settings are damaged (their head guards are wrong)";
-    if (model.empty())
-        return "no settings have been saved for this printer yet";
-    if (model != deviceModel)
-        return "the kept settings are for the model \"" + model + "\", not \"" + deviceModel + "\"";
-    if (saved.dwVerCurrent != KIVITEM_VERCURRENT)
-        return "the kept settings have another layout version (" +
-               std::to_string(saved.dwVerCurrent) + ")";
+    const std::string model = RecordModelName(saved);
+    switch (KeptRecordFault(saved, deviceModel)) {
+        case RecordFault::kHeadGuards:
+            return "the kept settings are damaged (their head guards are wrong)";
+        case RecordFault::kModel:
+            return model.empty() ? "no settings have been saved for this printer yet"
+                                 : "the kept settings are for the model \"" + model + "\", not \"" +
+                                       deviceModel + "\"";
+        case RecordFault::kLayoutVersion:
+            return "the kept settings have another layout version (" +
+                   std::to_string(saved.dwVerCurrent) + ")";
+        case RecordFault::kNone:
+            break;
+    }
     return {};
 }
 
